@@ -1,0 +1,14 @@
+// Normalisation of content handed back by the HTML editor, and its three small companions.
+// Each is a fixed sequence of literal, case-sensitive replace-all steps; the order matters.
+#pragma once
+
+#include <string>
+
+namespace lumora {
+
+std::string normalizeHTML(const std::string& html);
+std::string blankIfEmpty(const std::string& html);
+std::string stripParagraphs(const std::string& html);
+std::string stripOuterParagraph(const std::string& html);
+
+} // namespace lumora

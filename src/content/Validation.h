@@ -1,0 +1,24 @@
+// The check of correct options run before a save, the survey scale and the flag conversions.
+#pragma once
+
+#include "storage/CourseModule.h"
+
+#include <cstdint>
+#include <string>
+
+namespace lumora {
+
+class Session;
+
+int countCorrectOptions(const QAndAItem& item);
+bool isQuestionValid(const CourseModule& module, std::size_t position);
+// The message text shown for the invalid questions, or "" when every question is valid.
+std::string invalidQuestionsMessage(const CourseModule& module);
+// Shows the warning (title "Error", exclamation icon) when needed.
+void validateQuestions(Session& session);
+
+std::string surveyScaleWord(std::int16_t rating);
+bool flagToBool(const std::string& flag);
+std::string checkStateToFlag(int state);
+
+} // namespace lumora

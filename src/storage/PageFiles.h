@@ -1,0 +1,22 @@
+// Lesson page files: the template's page skeleton with the page content spliced between the
+// lines holding <LUMApageContent> and </LUMApageContent>.
+#pragma once
+
+#include "content/ContentForms.h"
+#include "storage/CourseModule.h"
+
+namespace lumora {
+
+inline constexpr const char* kStartMarker = "<LUMApageContent>";
+inline constexpr const char* kEndMarker = "</LUMApageContent>";
+
+// The page file's text for the given skeleton lines and stored content.
+std::string buildPageFile(const std::vector<std::string>& skeleton, const std::string& stored);
+// The editor-form content between the markers of a page file's lines.
+std::string contentBetweenMarkers(const std::vector<std::string>& lines);
+
+void WritePageFile(const CourseModule& module, std::size_t i, const ContentPaths& paths);
+std::string ReadPageContent(const CourseModule& module, std::size_t i, const ContentPaths& paths);
+void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& paths);
+
+} // namespace lumora

@@ -1,0 +1,194 @@
+#include "storage/TextFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace lumora {
+
+namespace {
+
+// Windows-1252 bytes 0x80..0x9F as Unicode code points (0 where the code page has none; such
+// bytes are kept as the C1 control with the same number).
+constexpr char32_t kCp1252High[32] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+void appendUtf8(std::string& out, char32_t cp) {
+    if (cp < 0x80) {
+        out += static_cast<char>(cp);
+    } else if (cp < 0x800) {
+        out += static_cast<char>(0xC0 | (cp >> 6));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else {
+        out += static_cast<char>(0xE0 | (cp >> 12));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    }
+}
+
+bool isValidUtf8(const std::string& s) {
+    const auto* p = reinterpret_cast<const unsigned char*>(s.data());
+    const std::size_t n = s.size();
+    std::size_t i = 0;
+    while (i < n) {
+        unsigned char c = p[i];
+        if (c < 0x80) {
+            ++i;
+            continue;
+        }
+        std::size_t len;
+        char32_t cp;
+        if ((c & 0xE0) == 0xC0) {
+            len = 2;
+            cp = c & 0x1F;
+        } else if ((c & 0xF0) == 0xE0) {
+            len = 3;
+            cp = c & 0x0F;
+        } else if ((c & 0xF8) == 0xF0) {
+            len = 4;
+            cp = c & 0x07;
+        } else {
+            return false;
+        }
+        if (i + len > n)
+            return false;
+        for (std::size_t k = 1; k < len; ++k) {
+            if ((p[i + k] & 0xC0) != 0x80)
+                return false;
+            cp = (cp << 6) | (p[i + k] & 0x3F);
+        }
+        // Overlong forms, surrogates and values past U+10FFFF are not UTF-8.
+        if ((len == 2 && cp < 0x80) || (len == 3 && cp < 0x800) || (len == 4 && cp < 0x10000) ||
+            cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF))
+            return false;
+        i += len;
+    }
+    return true;
+}
+
+std::string errnoReason(int err) {
+    return std::strerror(err);
+}
+
+} // namespace
+
+FileError::FileError(std::string path, std::string reason)
+    : std::runtime_error(path + ": " + reason), path_(std::move(path)), reason_(std::move(reason)) {}
+
+std::string decodeText(const std::string& bytes) {
+    if (isValidUtf8(bytes)) {
+        if (bytes.size() >= 3 && bytes.compare(0, 3, "\xEF\xBB\xBF") == 0)
+            return bytes.substr(3);
+        return bytes;
+    }
+    std::string out;
+    out.reserve(bytes.size() + bytes.size() / 4);
+    for (unsigned char c : bytes) {
+        if (c < 0x80)
+            out += static_cast<char>(c);
+        else if (c < 0xA0)
+            appendUtf8(out, kCp1252High[c - 0x80]);
+        else
+            appendUtf8(out, c);
+    }
+    return out;
+}
+
+std::vector<std::string> splitLines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t pos = 0;
+    const std::size_t n = text.size();
+    while (pos < n) {
+        std::size_t lf = text.find('\n', pos);
+        if (lf == std::string::npos) {
+            lines.emplace_back(text, pos, n - pos);
+            break;
+        }
+        std::size_t end = lf;
+        if (end > pos && text[end - 1] == '\r')
+            --end;
+        lines.emplace_back(text, pos, end - pos);
+        pos = lf + 1;
+    }
+    return lines;
+}
+
+std::string readFileBytes(const std::string& path) {
+    std::error_code ec;
+    if (std::filesystem::is_directory(path, ec))
+        throw FileError(path, "is a folder, not a file");
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        throw FileError(path, errno ? errnoReason(errno) : "cannot be opened");
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    if (in.bad())
+        throw FileError(path, "cannot be read");
+    return bytes;
+}
+
+std::vector<std::string> readTextLines(const std::string& path) {
+    return splitLines(decodeText(readFileBytes(path)));
+}
+
+SafeTextWriter::SafeTextWriter(std::string path) : path_(std::move(path)) {}
+
+void SafeTextWriter::WriteLine(const std::string& text) {
+    buffer_ += text;
+    buffer_ += "\r\n";
+}
+
+void SafeTextWriter::write(const std::string& raw) {
+    buffer_ += raw;
+}
+
+void SafeTextWriter::commit() {
+    writeFileAtomically(path_, buffer_);
+}
+
+void SafeTextWriter::commitExisting() {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path_, ec))
+        throw FileError(path_, "file not found");
+    writeFileAtomically(path_, buffer_);
+}
+
+void writeFileAtomically(const std::string& path, const std::string& bytes) {
+    namespace fs = std::filesystem;
+    const std::string tmp = path + ".tmp-lumora";
+    {
+        errno = 0;
+        std::FILE* f = std::fopen(tmp.c_str(), "wb");
+        if (!f)
+            throw FileError(path, errnoReason(errno ? errno : EIO));
+        bool ok = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
+        int err = ok ? 0 : errno;
+        if (std::fflush(f) != 0 && ok) {
+            ok = false;
+            err = errno;
+        }
+        if (std::fclose(f) != 0 && ok) {
+            ok = false;
+            err = errno;
+        }
+        if (!ok) {
+            std::error_code ignore;
+            fs::remove(tmp, ignore);
+            throw FileError(path, errnoReason(err ? err : EIO));
+        }
+    }
+    std::error_code ec;
+    fs::rename(tmp, path, ec);
+    if (ec) {
+        std::error_code ignore;
+        fs::remove(tmp, ignore);
+        throw FileError(path, ec.message());
+    }
+}
+
+} // namespace lumora
