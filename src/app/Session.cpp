@@ -1,0 +1,91 @@
+#include "app/Session.h"
+
+#include "content/ContentForms.h"
+#include "content/ListOps.h"
+#include "content/Validation.h"
+#include "storage/ModuleLoader.h"
+#include "storage/ModuleWriter.h"
+#include "storage/Paths.h"
+#include "storage/Stylesheet.h"
+
+namespace lumora {
+
+Session::Session(Prompt& p, Registry& r, ProcessStarter& ps, SpellingEngine* s)
+    : prompt(p), registry(r), processes(ps), spelling(s) {}
+
+void Session::setInstallation(const std::string& appPath, const std::string& workspace) {
+    AppPath = appPath;
+    if (AppPath.empty() || AppPath.back() != kSep)
+        AppPath += kSep;
+    applicationFolder = AppPath + "app";
+    WorkspaceFolder = workspace.empty() ? AppPath + "MyContent" : workspace;
+    while (WorkspaceFolder.size() > 1 && WorkspaceFolder.back() == kSep)
+        WorkspaceFolder.pop_back();
+    TemplatesRoot = AppPath + "Templates";
+    spellingFolder = joinPath(applicationFolder, "spelling");
+}
+
+std::string Session::installFolder() const {
+    std::string folder = AppPath;
+    if (folder.size() > 1 && folder.back() == kSep)
+        folder.pop_back();
+    return folder;
+}
+
+ContentPaths Session::contentPaths() const {
+    return ContentPaths{module.ModuleFolder, installFolder()};
+}
+
+void Session::ResetModule() {
+    module = defaults.module;
+}
+
+bool Session::LoadModule() {
+    if (module.moduleType.empty() || module.folderName.empty()) {
+        prompt.message("No Module is in memory", "Error", Icon::Critical, Buttons::OK);
+        return false;
+    }
+    CurrentPage = CurrentItem = CurrentOption = CurrentTerm = 0;
+    NewModuleType = module.moduleType;
+    module.ModuleFolder = joinPath(WorkspaceFolder, module.folderName);
+    StylesheetPath = joinPath(joinPath(module.ModuleFolder, "css"), "camstyle.css");
+    module.templateFolder = joinPath(TemplatesRoot, module.moduleType);
+    module.framesetFile = framesetFileFor(module.moduleType);
+
+    LoadOutcome outcome = LoadModuleFiles(module, contentPaths());
+    if (outcome.questionTextRead)
+        markChanged();
+    dropBlankQuestions(*this);
+    ReadStylesheetColours(module, StylesheetPath);
+    ModuleLoaded = true;
+    return true;
+}
+
+void Session::SaveModule() {
+    dropBlankQuestions(*this);
+    validateQuestions(*this);
+    WriteModuleFiles(module, contentPaths());
+    RemoveStalePageFiles(module);
+    ModuleChanged = false;
+}
+
+void Session::saveForScorm(bool scorm) {
+    module.useSCORM = scorm ? "true" : "false";
+    SaveModule();
+}
+
+void Session::setPageContent(std::size_t page, const std::string& html) {
+    if (page >= module.pages.size())
+        return;
+    module.pages[page].content = toEditorHTML(html, contentPaths());
+    markChanged();
+}
+
+void Session::setQuestionText(std::size_t item, const std::string& text) {
+    if (item >= module.questions.size())
+        return;
+    module.questions[item].questionText = fromScriptString(text, contentPaths());
+    markChanged();
+}
+
+} // namespace lumora
