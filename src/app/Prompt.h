@@ -15,7 +15,7 @@ enum class Answer { OK, Yes, No };
 inline constexpr const char* kCrLf = "\r\n";
 
 class Prompt {
-public:
+  public:
     virtual ~Prompt() = default;
     // An empty title means the program's own title ("Lumora").
     virtual Answer message(const std::string& text, const std::string& title, Icon icon,

@@ -16,7 +16,7 @@ struct RegistryValue {
 };
 
 class Registry {
-public:
+  public:
     virtual ~Registry() = default;
     // Names of the subkeys of HKEY_LOCAL_MACHINE\key; no value when the key cannot be opened.
     virtual std::optional<std::vector<std::string>> subkeyNames(const std::string& key) = 0;
@@ -25,7 +25,7 @@ public:
 };
 
 class ProcessStarter {
-public:
+  public:
     virtual ~ProcessStarter() = default;
     // Starts a command line without waiting for it; returns the process id, 0 on failure.
     virtual long start(const std::string& commandLine, bool hidden) = 0;
@@ -33,7 +33,7 @@ public:
 
 // The spelling engine as start-up prepares it.
 class SpellingEngine {
-public:
+  public:
     virtual ~SpellingEngine() = default;
     virtual void setOption(std::uint32_t option, int value) = 0;
     virtual std::string mainLexPath() = 0;
@@ -47,7 +47,7 @@ public:
 
 // Services that hold nothing: no registry keys, no process started, no engine.
 class NullRegistry : public Registry {
-public:
+  public:
     std::optional<std::vector<std::string>> subkeyNames(const std::string&) override {
         return std::nullopt;
     }

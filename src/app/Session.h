@@ -15,14 +15,14 @@ namespace lumora {
 struct ContentPaths; // content/ContentForms.h
 
 class Session {
-public:
+  public:
     Session(Prompt& prompt, Registry& registry, ProcessStarter& processes,
             SpellingEngine* spelling = nullptr);
 
     // --- the module and the globals beside it ---
     DefaultRecords defaults;
-    CourseModule module; // the CourseModule
-    std::string AppPath; // installation folder, ends with the separator
+    CourseModule module;           // the CourseModule
+    std::string AppPath;           // installation folder, ends with the separator
     std::string applicationFolder; // AppPath + "app"
     std::string WorkspaceFolder;   // AppPath + "MyContent" unless pointed elsewhere
     std::string TemplatesRoot;     // AppPath + "Templates"
@@ -68,8 +68,8 @@ public:
     void saveForScorm(bool scorm);
 
     // Content setters used by the editors: convert to editor form and mark the module changed.
-    void setPageContent(std::size_t page, const std::string& html);   // toEditorHTML
-    void setQuestionText(std::size_t item, const std::string& text);  // fromScriptString
+    void setPageContent(std::size_t page, const std::string& html);  // toEditorHTML
+    void setQuestionText(std::size_t item, const std::string& text); // fromScriptString
 };
 
 } // namespace lumora

@@ -16,9 +16,9 @@ class SpellingEngine;
 enum class StartupResult { Continue, Shutdown };
 
 struct StartupOptions {
-    std::string appPath;          // the program's own folder
-    std::string workspace;        // empty: AppPath + "MyContent"
-    int currentYear = 0;          // 0: taken from the clock
+    std::string appPath;              // the program's own folder
+    std::string workspace;            // empty: AppPath + "MyContent"
+    int currentYear = 0;              // 0: taken from the clock
     std::function<void()> showSplash; // step 7; may be empty (command line)
 };
 

@@ -15,9 +15,9 @@ enum class ListKind { None, Pages, Questions, Options, Terms };
 ListKind listKindFromName(const std::string& listName);
 
 // Reference forms inside lesson page content.
-std::string pageLinkSearch(int page);                          // <A href="pageN.html"
-std::string termLinkHTML(int term, const std::string& inner);  // as the term chooser inserts
-std::string termLinkSearch(int term);                          // showGlossaryPopup('N',
+std::string pageLinkSearch(int page);                         // <A href="pageN.html"
+std::string termLinkHTML(int term, const std::string& inner); // as the term chooser inserts
+std::string termLinkSearch(int term);                         // showGlossaryPopup('N',
 
 // `selected` is the list's selected position, -1 for none. Each ends by marking the module
 // changed, also when it only showed a message.

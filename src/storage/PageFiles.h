@@ -12,8 +12,14 @@ inline constexpr const char* kEndMarker = "</LUMApageContent>";
 
 // The page file's text for the given skeleton lines and stored content.
 std::string buildPageFile(const std::vector<std::string>& skeleton, const std::string& stored);
-// The editor-form content between the markers of a page file's lines.
+// The stored text between the marker lines of a page file, each line followed by CR LF.
 std::string contentBetweenMarkers(const std::vector<std::string>& lines);
+
+// The skeleton every page file is built from: the template's "page0.html".
+std::string pageSkeletonPath(const CourseModule& module);
+// Writes page i from skeleton lines already read, so a save reads the skeleton only once.
+void writePageFileFrom(const CourseModule& module, std::size_t i,
+                       const std::vector<std::string>& skeleton, const ContentPaths& paths);
 
 void WritePageFile(const CourseModule& module, std::size_t i, const ContentPaths& paths);
 std::string ReadPageContent(const CourseModule& module, std::size_t i, const ContentPaths& paths);

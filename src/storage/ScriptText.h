@@ -5,11 +5,11 @@
 
 namespace lumora {
 
-std::string escapeQuotes(const std::string& text);          // " -> \"
-std::string escapeDefinition(const std::string& text);      // quotes, then CR LF -> \n
-std::string unescapeQuotes(const std::string& text);        // \" -> "
+std::string escapeQuotes(const std::string& text);     // " -> \"
+std::string escapeDefinition(const std::string& text); // quotes, then CR LF -> \n
+std::string unescapeQuotes(const std::string& text);   // \" -> "
 std::string ExtractValue(const std::string& line, const std::string& prefix, std::size_t cut);
 std::string EnsureHash(const std::string& value);
-std::string pageFileName(std::size_t index);                // "page" + index + ".html"
+std::string pageFileName(std::size_t index); // "page" + index + ".html"
 
 } // namespace lumora

@@ -79,7 +79,8 @@ std::string errnoReason(int err) {
 } // namespace
 
 FileError::FileError(std::string path, std::string reason)
-    : std::runtime_error(path + ": " + reason), path_(std::move(path)), reason_(std::move(reason)) {}
+    : std::runtime_error(path + ": " + reason), path_(std::move(path)), reason_(std::move(reason)) {
+}
 
 std::string decodeText(const std::string& bytes) {
     if (isValidUtf8(bytes)) {

@@ -13,12 +13,12 @@ namespace lumora {
 // A file-system failure: which file, and why. Forms and the command line report it as an
 // "Error" message naming the file and the reason.
 class FileError : public std::runtime_error {
-public:
+  public:
     FileError(std::string path, std::string reason);
     const std::string& path() const { return path_; }
     const std::string& reason() const { return reason_; }
 
-private:
+  private:
     std::string path_;
     std::string reason_;
 };
@@ -38,7 +38,7 @@ std::vector<std::string> readTextLines(const std::string& path);
 
 // Collects lines, each ended by CR LF as it is written, then commits them atomically.
 class SafeTextWriter {
-public:
+  public:
     explicit SafeTextWriter(std::string path);
     void WriteLine(const std::string& text);
     void write(const std::string& raw); // no line end added
@@ -50,7 +50,7 @@ public:
     const std::string& path() const { return path_; }
     const std::string& contents() const { return buffer_; }
 
-private:
+  private:
     std::string path_;
     std::string buffer_;
 };

@@ -27,9 +27,9 @@ struct AskedInput {
 };
 
 class ScriptedPrompt : public Prompt {
-public:
-    std::deque<Answer> answers;                     // for Yes/No messages
-    std::deque<std::optional<std::string>> inputs;  // for input boxes
+  public:
+    std::deque<Answer> answers;                    // for Yes/No messages
+    std::deque<std::optional<std::string>> inputs; // for input boxes
     std::vector<ShownMessage> messages;
     std::vector<AskedInput> asked;
 
@@ -62,7 +62,7 @@ public:
 
 // Records the processes it was asked to start and answers with a fixed process id.
 class FakeProcessStarter : public ProcessStarter {
-public:
+  public:
     long pid = 4242;
     std::vector<std::string> started;
     long start(const std::string& commandLine, bool) override {
