@@ -1,0 +1,284 @@
+// Reads a module back from the very script lines the writer writes. Nothing is parsed as
+// script: a line is recognised by a fixed prefix it contains, and its value is what remains once
+// the prefix is removed and the closing characters are cut. Damaged lines are ignored where
+// the line has nowhere to go (a value before its item), never trusted to index anything.
+#include "storage/ModuleLoader.h"
+
+#include "storage/PageFiles.h"
+#include "storage/Paths.h"
+#include "storage/ScriptText.h"
+#include "storage/TextFile.h"
+#include "storage/TextUtil.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace lumora {
+
+namespace {
+
+// Puts a freshly read element at the position its counter names. Lists start with one
+// placeholder, so the first element read replaces it and later ones extend the list.
+template <typename T> T& placeAt(std::vector<T>& list, std::size_t position, T element) {
+    list.resize(position + 1);
+    list[position] = std::move(element);
+    return list[position];
+}
+
+// The prefixes of the question file; activities (Lesson) and questions (Evaluation, Survey)
+// differ only in their names.
+struct QuestionPrefixes {
+    std::string newItem;
+    std::string question;
+    std::string addOption;
+    std::string txtValue;
+    std::string txtDisplay;
+    std::string incorrectRationale;
+    std::string rationale;
+};
+
+QuestionPrefixes questionPrefixes(bool lesson) {
+    const std::string self = lesson ? "arrActObjects[ActID]" : "arrQuestions[EvalID]";
+    const std::string option =
+        self + (lesson ? ".actDistractors[thisOpt]" : ".evalDistractors[thisOpt]");
+    QuestionPrefixes p;
+    p.newItem =
+        self + (lesson ? " = new objActQuestion(thisID, \"" : " = new objEvalQuestion(thisID, \"");
+    p.question = self + (lesson ? ".actQuestion = \"" : ".evalQuestion = \"");
+    p.addOption = self + ".addDistractor(";
+    p.txtValue = option + ".txtValue = \"";
+    p.txtDisplay = option + ".txtDisplay = \"";
+    p.incorrectRationale = option + ".incorrectRationale = \"";
+    p.rationale = self + (lesson ? ".actRationale = \"" : ".evalRationale = \"");
+    return p;
+}
+
+constexpr std::string_view kShuffleOptions = "].shuffleDistractors();";
+
+void loadGlossary(CourseModule& module, const std::string& path, const ContentPaths& paths) {
+    static const std::string kNewTerm = "arrDefObjects[TermID] = new objGlossary(TermID);";
+    static const std::string kTerm = "arrDefObjects[TermID].term = \"";
+    static const std::string kDefinition = "arrDefObjects[TermID].definition = \"";
+
+    std::optional<std::size_t> current; // no term yet: values have nowhere to go
+    std::size_t count = 0;
+    for (const std::string& line : readTextLines(path)) {
+        if (contains(line, kNewTerm)) {
+            GlossaryTerm term;
+            term.id = std::to_string(count);
+            current = count++;
+            placeAt(module.glossary, *current, std::move(term));
+        }
+        if (contains(line, kTerm)) {
+            std::string value = ExtractValue(line, kTerm, 2);
+            if (!value.empty() && current)
+                module.glossary[*current].term = unescapeQuotes(value);
+        }
+        if (contains(line, kDefinition)) {
+            std::string value = ExtractValue(line, kDefinition, 2);
+            if (!value.empty() && current)
+                module.glossary[*current].definition = fromScriptString(value, paths);
+        }
+    }
+}
+
+bool loadQuestions(CourseModule& module, const std::string& path, const ContentPaths& paths) {
+    const bool lesson = module.moduleType == kLesson;
+    const bool evaluation = module.moduleType == kEvaluation;
+    const bool survey = module.moduleType == kSurvey;
+    const QuestionPrefixes p = questionPrefixes(lesson);
+
+    bool questionTextRead = false;
+    std::optional<std::size_t> item;   // the item values go to
+    std::optional<std::size_t> option; // the option of that item values go to
+    std::size_t itemCount = 0;
+
+    // Stores a value of the current option, when the line has one and there is an option.
+    const auto setOption = [&](const std::string& line, const std::string& prefix,
+                               std::string QuestionOption::*field) {
+        if (!contains(line, prefix))
+            return;
+        std::string value = ExtractValue(line, prefix, 2);
+        if (!value.empty() && item && option)
+            module.questions[*item].options[*option].*field = fromScriptString(value, paths);
+    };
+    const auto setItem = [&](const std::string& line, const std::string& prefix,
+                             std::string QAndAItem::*field) -> bool {
+        if (!contains(line, prefix))
+            return false;
+        std::string value = ExtractValue(line, prefix, 2);
+        if (value.empty() || !item)
+            return false;
+        module.questions[*item].*field = fromScriptString(value, paths);
+        return true;
+    };
+
+    for (const std::string& line : readTextLines(path)) {
+        if (contains(line, p.newItem)) {
+            QAndAItem fresh;
+            fresh.questionType = ExtractValue(line, p.newItem, 3);
+            fresh.id = std::to_string(itemCount + 1);
+            fresh.shuffleDistractors = "false";
+            fresh.options.resize(1); // the never-empty placeholder; the first option replaces it
+            item = itemCount++;
+            option.reset();
+            placeAt(module.questions, *item, std::move(fresh));
+        }
+        if (setItem(line, p.question, &QAndAItem::questionText))
+            questionTextRead = true;
+        if (contains(line, p.addOption)) {
+            std::string value = ExtractValue(line, p.addOption, 2);
+            if (!value.empty() && item) {
+                std::vector<QuestionOption>& options = module.questions[*item].options;
+                option = option ? *option + 1 : 0;
+                QuestionOption fresh;
+                fresh.correct = std::move(value);
+                placeAt(options, *option, std::move(fresh));
+            }
+        }
+        setOption(line, p.txtValue, &QuestionOption::txtValue);
+        setOption(line, p.txtDisplay, &QuestionOption::txtDisplay);
+        if (evaluation)
+            setOption(line, p.incorrectRationale, &QuestionOption::incorrectRationale);
+        if (!survey)
+            setItem(line, p.rationale, &QAndAItem::rationale);
+        if (item && contains(line, kShuffleOptions))
+            module.questions[*item].shuffleDistractors = "true";
+    }
+    return questionTextRead;
+}
+
+// VB's CInt for the plain digits the writer writes: optional blanks and sign around decimal
+// digits, within the 16-bit range. Anything else is not a number to this loader.
+std::optional<std::int16_t> toInt16(const std::string& text) {
+    const std::string t = trimSpaces(text);
+    std::size_t i = 0;
+    bool negative = false;
+    if (i < t.size() && (t[i] == '-' || t[i] == '+'))
+        negative = t[i++] == '-';
+    if (i == t.size())
+        return std::nullopt;
+    long value = 0;
+    for (; i < t.size(); ++i) {
+        if (t[i] < '0' || t[i] > '9')
+            return std::nullopt;
+        value = value * 10 + (t[i] - '0');
+        if (value > 32768)
+            return std::nullopt;
+    }
+    if (negative)
+        value = -value;
+    if (value > INT16_MAX)
+        return std::nullopt;
+    return static_cast<std::int16_t>(value);
+}
+
+// The module information file, read forward: each step takes lines until its own line with a
+// value turns up, so the steps must find their lines in the order the writer writes them.
+class ForwardReader {
+  public:
+    explicit ForwardReader(std::vector<std::string> lines) : lines_(std::move(lines)) {}
+
+    bool atEnd() const { return next_ >= lines_.size(); }
+    const std::string& take() { return lines_[next_++]; }
+
+    // The first non-empty value of a line with the prefix; "" when the rest of the file has none.
+    std::string valueOf(const std::string& prefix, std::size_t cut) {
+        while (!atEnd()) {
+            std::string value = ExtractValue(take(), prefix, cut);
+            if (!value.empty())
+                return value;
+        }
+        return {};
+    }
+
+  private:
+    std::vector<std::string> lines_;
+    std::size_t next_ = 0;
+};
+
+void loadModuleInfo(CourseModule& module, const std::string& path, const ContentPaths& paths) {
+    static const std::string kTitle = "var modTitle = \"";
+    static const std::string kCopyright = "var copyright = \"";
+    static const std::string kUseScorm = "var useSCORM = ";
+    static const std::string kAddPage = "objLessonModule.addPage(objLessonModule.pages.length, \"";
+    static const std::string kShuffleQuestions = "var shuffleEvalQuestions = ";
+    static const std::string kNumQuestions = "var intNumQuestions = ";
+
+    ForwardReader in(readTextLines(path));
+    // Unescaped twice, as the files have always been read: a backslash written directly
+    // before a quote does not survive a reload.
+    module.modTitle = unescapeQuotes(unescapeQuotes(in.valueOf(kTitle, 2)));
+    module.copyright = unescapeQuotes(unescapeQuotes(in.valueOf(kCopyright, 2)));
+
+    // A module without the line predates the switch and talks to an LMS; a file that ended
+    // before this step leaves the switch empty.
+    module.useSCORM.clear();
+    while (!in.atEnd()) {
+        const std::string& line = in.take();
+        if (!contains(line, kUseScorm)) {
+            module.useSCORM = "true";
+            continue;
+        }
+        std::string value = ExtractValue(line, kUseScorm, 1);
+        if (!value.empty()) {
+            module.useSCORM = std::move(value);
+            break;
+        }
+    }
+
+    if (module.moduleType == kLesson) {
+        std::size_t count = 0;
+        while (!in.atEnd()) {
+            const std::string& line = in.take();
+            if (!contains(line, kAddPage))
+                continue;
+            LessonPage page;
+            page.title = fromScriptString(ExtractValue(line, kAddPage, 3), paths);
+            page.fileName = pageFileName(count);
+            placeAt(module.pages, count, std::move(page));
+            LoadPageContent(module, count, paths);
+            ++count;
+        }
+    } else if (module.moduleType == kEvaluation) {
+        std::string shuffle = in.valueOf(kShuffleQuestions, 1);
+        if (!shuffle.empty())
+            module.shuffleEvalQuestions = std::move(shuffle);
+        while (!in.atEnd()) {
+            const std::string& line = in.take();
+            if (!contains(line, kNumQuestions))
+                continue;
+            // A count that is not a 16-bit number is passed over like a line without one.
+            if (std::optional<std::int16_t> n = toInt16(ExtractValue(line, kNumQuestions, 1))) {
+                module.intNumQuestions = *n;
+                break;
+            }
+        }
+    }
+}
+
+} // namespace
+
+LoadOutcome LoadModuleFiles(CourseModule& module, const ContentPaths& paths) {
+    const std::string scripts = joinPath(module.ModuleFolder, "scripts");
+    LoadOutcome outcome;
+    if (module.moduleType == kLesson) {
+        module.shuffleEvalQuestions = "false";
+        loadGlossary(module, joinPath(scripts, "inc_Glossary.js"), paths);
+        outcome.questionTextRead = loadQuestions(module, joinPath(scripts, "inc_QAndA.js"), paths);
+        loadModuleInfo(module, joinPath(scripts, "inc_ModuleInfo.js"), paths);
+    } else if (module.moduleType == kEvaluation) {
+        const std::string file = joinPath(scripts, "inc_Questions.js");
+        outcome.questionTextRead = loadQuestions(module, file, paths);
+        loadModuleInfo(module, file, paths);
+    } else if (module.moduleType == kSurvey) {
+        module.shuffleEvalQuestions = "false";
+        const std::string file = joinPath(scripts, "inc_Objectives.js");
+        outcome.questionTextRead = loadQuestions(module, file, paths);
+        loadModuleInfo(module, file, paths);
+    }
+    return outcome;
+}
+
+} // namespace lumora

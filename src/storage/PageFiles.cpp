@@ -1,0 +1,82 @@
+// Lesson page files: the template's first page as a skeleton, the page's content spliced in
+// between the marker lines. The HTML is never parsed; only marker lines are looked for.
+#include "storage/PageFiles.h"
+
+#include "storage/Paths.h"
+#include "storage/ScriptText.h"
+#include "storage/TextFile.h"
+#include "storage/TextUtil.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace lumora {
+
+std::string pageSkeletonPath(const CourseModule& module) {
+    return joinPath(module.templateFolder, "page0.html");
+}
+
+std::string buildPageFile(const std::vector<std::string>& skeleton, const std::string& stored) {
+    std::string out;
+    const auto writeLine = [&out](const std::string& text) {
+        out += text;
+        out += "\r\n";
+    };
+    bool copying = true;
+    // The order of the three tests matters: a line holding both markers is written, the
+    // content follows it, and copying stays off until a later line holds an end marker.
+    for (const std::string& line : skeleton) {
+        if (contains(line, kEndMarker))
+            copying = true;
+        if (copying)
+            writeLine(line);
+        if (contains(line, kStartMarker)) {
+            writeLine(stored);
+            copying = false;
+        }
+    }
+    return out;
+}
+
+std::string contentBetweenMarkers(const std::vector<std::string>& lines) {
+    std::string text;
+    bool reading = false;
+    for (const std::string& line : lines) {
+        if (contains(line, kEndMarker))
+            break;
+        if (reading) {
+            text += line;
+            text += "\r\n";
+        }
+        if (contains(line, kStartMarker))
+            reading = true;
+    }
+    return text;
+}
+
+void writePageFileFrom(const CourseModule& module, std::size_t i,
+                       const std::vector<std::string>& skeleton, const ContentPaths& paths) {
+    const std::string stored = toStoredHTML(module.pages.at(i).content, paths);
+    writeFileAtomically(joinPath(module.ModuleFolder, pageFileName(i)),
+                        buildPageFile(skeleton, stored));
+}
+
+void WritePageFile(const CourseModule& module, std::size_t i, const ContentPaths& paths) {
+    writePageFileFrom(module, i, readTextLines(pageSkeletonPath(module)), paths);
+}
+
+std::string ReadPageContent(const CourseModule& module, std::size_t i, const ContentPaths& paths) {
+    const std::string path = joinPath(module.ModuleFolder, module.pages.at(i).fileName);
+    return toEditorHTML(contentBetweenMarkers(readTextLines(path)), paths);
+}
+
+void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& paths) {
+    const std::string path = joinPath(module.ModuleFolder, module.pages.at(i).fileName);
+    std::error_code ec;
+    // A page listed in the module but deleted by hand comes back as an empty page.
+    if (!std::filesystem::exists(fsPath(path), ec))
+        writeFileAtomically(path, readFileBytes(pageSkeletonPath(module)));
+    module.pages[i].content = ReadPageContent(module, i, paths);
+}
+
+} // namespace lumora
