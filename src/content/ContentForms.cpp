@@ -1,0 +1,123 @@
+// Conversions between stored content (relative "media/" paths, activity script calls) and the
+// editor form (absolute paths, placeholder images), and in and out of script string literals.
+#include "content/ContentForms.h"
+
+#include "content/Normalize.h"
+#include "storage/Paths.h"
+#include "storage/TextUtil.h"
+
+namespace lumora {
+namespace {
+
+constexpr std::string_view kStoredActivityStart =
+    "<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML(";
+constexpr std::string_view kStoredActivityEnd = "));</SCRIPT>";
+// Older pages, and pages edited by hand, use the lower-case tag with a quoted attribute.
+constexpr std::string_view kLowerActivityStart =
+    "<script language=\"JavaScript\">document.write(parentRef.writeActivityHTML(";
+constexpr std::string_view kLowerActivityEnd = "));</script>";
+
+std::string appImage(const ContentPaths& paths, const char* name) {
+    return "<IMG src=\"" + paths.installFolder + kSep + "app" + kSep + name + "\">";
+}
+
+// The module's media folder as the editor form writes it, separator at the end.
+std::string editorMediaFolder(const ContentPaths& paths) {
+    return paths.moduleFolder + kSep + "media" + kSep;
+}
+
+// The path part of the file URL a browser writes for a local folder: forward slashes and a
+// leading slash before a drive letter.
+std::string fileUrlPath(const std::string& folder) {
+    std::string path = folder;
+    for (char& c : path)
+        if (c == '\\')
+            c = '/';
+    if (path.empty() || path.front() != '/')
+        path.insert(0, 1, '/');
+    return path;
+}
+
+// Percent-encodes what a browser escapes in a file URL path: blanks, a few delimiters and
+// every byte outside ASCII.
+std::string percentEncoded(const std::string& path) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string out;
+    out.reserve(path.size());
+    for (unsigned char c : path) {
+        if (c <= 0x20 || c >= 0x7F || c == '"' || c == '%' || c == '<' || c == '>' || c == '`' ||
+            c == '{' || c == '}' || c == '#' || c == '?') {
+            out += '%';
+            out += kHex[c >> 4];
+            out += kHex[c & 0xF];
+        } else {
+            out += static_cast<char>(c);
+        }
+    }
+    return out;
+}
+
+} // namespace
+
+std::string activityStartImage(const ContentPaths& paths) {
+    return appImage(paths, "QAndAStart.gif");
+}
+
+std::string activityEndImage(const ContentPaths& paths) {
+    return appImage(paths, "QAndAEnd.gif");
+}
+
+std::string activityPlaceholder(const ContentPaths& paths, int n) {
+    return activityStartImage(paths) + std::to_string(n) + activityEndImage(paths);
+}
+
+std::string toEditorHTML(const std::string& stored, const ContentPaths& paths) {
+    const std::string start = activityStartImage(paths);
+    const std::string end = activityEndImage(paths);
+    std::string html = replaceAll(stored, "=\"media/", "=\"" + editorMediaFolder(paths));
+    // Start and end texts are converted independently, wherever they occur.
+    html = replaceAll(std::move(html), kLowerActivityStart, start);
+    html = replaceAll(std::move(html), kStoredActivityStart, start);
+    html = replaceAll(std::move(html), kLowerActivityEnd, end);
+    html = replaceAll(std::move(html), kStoredActivityEnd, end);
+    return normalizeHTML(html);
+}
+
+std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
+    const std::string media = editorMediaFolder(paths);
+    // The editing control may hand back a media path as a file URL. Those go first: on a
+    // drive-letter system removing "file://" alone would leave "/media/".
+    const std::string urlPath = fileUrlPath(media);
+    std::string html = replaceAll(editor, "file://" + urlPath, "media/");
+    const std::string encoded = percentEncoded(urlPath);
+    if (encoded != urlPath)
+        html = replaceAll(std::move(html), "file://" + encoded, "media/");
+
+    html = replaceAll(std::move(html), media, "media/");
+    html = replaceAll(std::move(html), otherSlashForm(media), "media/");
+    html = replaceAll(std::move(html), activityStartImage(paths), kStoredActivityStart);
+    html = replaceAll(std::move(html), activityEndImage(paths), kStoredActivityEnd);
+    html = replaceAll(std::move(html), "file://", "");
+    return normalizeHTML(html);
+}
+
+std::string fromScriptString(const std::string& literal, const ContentPaths& paths) {
+    std::string html = replaceAll(literal, "\\\"", "\"");
+    html = replaceAll(std::move(html), "<br>", "\r\n");
+    return blankIfEmpty(toEditorHTML(html, paths));
+}
+
+std::string toScriptString(const std::string& editor, const ContentPaths& paths) {
+    // Line breaks become "<br>" before normalisation: its table fix-ups expect them.
+    std::string text = replaceAll(editor, "\r\n", "<br>");
+    text = toStoredHTML(text, paths);
+    return replaceAll(std::move(text), "\"", "\\\"");
+}
+
+std::string getFileName(const std::string& path) {
+    const char sep = path.find('/') != std::string::npos ? '/' : '\\';
+    const std::size_t last = path.rfind(sep);
+    return last == std::string::npos ? path : path.substr(last + 1);
+}
+
+} // namespace lumora

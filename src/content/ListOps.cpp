@@ -1,0 +1,388 @@
+// Delete, move and add on the main form's four lists. Items are known only by position, so
+// every operation either keeps the numbers inside page content right or refuses.
+#include "content/ListOps.h"
+
+#include "app/Session.h"
+#include "content/ContentForms.h"
+#include "content/Normalize.h"
+#include "storage/TextUtil.h"
+
+#include <utility>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+// A page number that no page can have: the swap of two link numbers goes through it.
+constexpr const char* kPageLinkMarker = "<A href=\"pagea.html\"";
+constexpr const char* kActivityMarker = "QAndAStart.gif\">a<IMG";
+constexpr const char* kFiveSpaces = "     ";
+
+std::string activityNumberSearch(int n) {
+    return "QAndAStart.gif\">" + std::to_string(n) + "<IMG";
+}
+
+void noSelection(Session& session) {
+    session.prompt.message("No item is selected", "Error", Icon::Critical, Buttons::OK);
+}
+
+std::string indentedLines(const std::vector<std::string>& lines) {
+    std::string text;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (i > 0)
+            text += kCrLf;
+        text += kFiveSpaces + lines[i];
+    }
+    return text;
+}
+
+// The selection after a removal: the same position, or the one before when the last went.
+std::int16_t positionAfterRemoval(std::size_t removed, std::size_t oldCount) {
+    std::size_t pos = removed + 1 < oldCount ? removed : (removed > 0 ? removed - 1 : 0);
+    return static_cast<std::int16_t>(pos);
+}
+
+template <typename T> void removeKeepingOne(std::vector<T>& items, std::size_t at, T blank) {
+    items.erase(items.begin() + static_cast<std::ptrdiff_t>(at));
+    if (items.empty())
+        items.push_back(std::move(blank));
+}
+
+// Exchanges every occurrence of `a` with `b` through a marker neither can contain.
+std::string swapTexts(std::string text, const std::string& a, const std::string& b,
+                      const std::string& marker) {
+    text = replaceAll(std::move(text), a, marker);
+    text = replaceAll(std::move(text), b, a);
+    return replaceAll(std::move(text), marker, b);
+}
+
+// The pages whose content holds `search`, by title in page order; `skip` is left out.
+std::vector<std::string> titlesOfPagesContaining(const CourseModule& module,
+                                                 const std::string& search, std::size_t skip) {
+    std::vector<std::string> titles;
+    for (std::size_t p = 0; p < module.pages.size(); ++p)
+        if (p != skip && contains(module.pages[p].content, search))
+            titles.push_back(module.pages[p].title);
+    return titles;
+}
+
+QAndAItem* currentItem(Session& session) {
+    auto index = static_cast<std::size_t>(session.CurrentItem);
+    if (session.CurrentItem < 0 || index >= session.module.questions.size())
+        return nullptr;
+    return &session.module.questions[index];
+}
+
+LessonPage blankPage(const Session& session, std::size_t position) {
+    LessonPage page = session.defaults.page;
+    page.fileName = "page" + std::to_string(position) + ".html";
+    return page;
+}
+
+QAndAItem blankQuestion(const Session& session, std::size_t position) {
+    QAndAItem item = session.module.moduleType == kSurvey ? session.defaults.surveyQuestion
+                                                          : session.defaults.item;
+    item.id = std::to_string(position + 1); // activities are numbered from 1
+    return item;
+}
+
+GlossaryTerm blankTerm(const Session& session, std::size_t position) {
+    GlossaryTerm term = session.defaults.term;
+    term.id = std::to_string(position);
+    return term;
+}
+
+// A new option carries the default flag and value but no text, so it reads as empty.
+QuestionOption blankOption(const Session& session) {
+    QuestionOption option = session.defaults.option;
+    option.txtDisplay.clear();
+    return option;
+}
+
+bool isBlank(const LessonPage& page) {
+    return blankIfEmpty(page.title).empty() && blankIfEmpty(page.content).empty();
+}
+bool isBlank(const GlossaryTerm& term) {
+    return blankIfEmpty(term.term).empty() && blankIfEmpty(term.definition).empty();
+}
+bool isBlank(const QAndAItem& item) {
+    return blankIfEmpty(item.questionText).empty();
+}
+bool isBlank(const QuestionOption& option) {
+    return blankIfEmpty(option.txtDisplay).empty();
+}
+
+// Where a new item goes: over the last one while it is still blank, else one past it.
+template <typename T> std::size_t slotForNew(const std::vector<T>& items) {
+    if (!items.empty() && isBlank(items.back()))
+        return items.size() - 1;
+    return items.size();
+}
+
+std::size_t listCount(Session& session, ListKind kind) {
+    switch (kind) {
+    case ListKind::Pages:
+        return session.module.pages.size();
+    case ListKind::Questions:
+        return session.module.questions.size();
+    case ListKind::Options: {
+        QAndAItem* item = currentItem(session);
+        return item ? item->options.size() : 0;
+    }
+    case ListKind::Terms:
+        return session.module.glossary.size();
+    case ListKind::None:
+        break;
+    }
+    return 0;
+}
+
+void deletePage(Session& session, std::size_t i) {
+    CourseModule& m = session.module;
+    auto linking = titlesOfPagesContaining(m, pageLinkSearch(static_cast<int>(i)), i);
+    if (!linking.empty()) {
+        session.prompt.message(
+            std::string("The selected pages is the target of a link in another page.") + kCrLf +
+                "Please remove links to this page from the following:" + kCrLf +
+                indentedLines(linking),
+            "Error", Icon::Exclamation, Buttons::OK);
+        return;
+    }
+    // Links to later pages keep their numbers: only links to the deleted page are refused.
+    const std::size_t oldCount = m.pages.size();
+    removeKeepingOne(m.pages, i, blankPage(session, 0));
+    session.CurrentPage = positionAfterRemoval(i, oldCount);
+}
+
+void deleteQuestion(Session& session, std::size_t i) {
+    CourseModule& m = session.module;
+    const std::size_t oldCount = m.questions.size();
+    removeKeepingOne(m.questions, i, blankQuestion(session, 0));
+    session.CurrentItem = positionAfterRemoval(i, oldCount);
+    if (m.moduleType != kLesson)
+        return;
+
+    const int deleted = static_cast<int>(i) + 1;
+    const std::string placeholder = activityPlaceholder(session.contentPaths(), deleted);
+    for (LessonPage& page : m.pages) {
+        std::string html = replaceAll(std::move(page.content), placeholder, "");
+        // Increasing order: a reference just renumbered to k-1 is never met again.
+        for (int k = deleted + 1; k <= static_cast<int>(oldCount); ++k)
+            html =
+                replaceAll(std::move(html), activityNumberSearch(k), activityNumberSearch(k - 1));
+        page.content = std::move(html);
+    }
+}
+
+void deleteOption(Session& session, std::size_t i) {
+    QAndAItem* item = currentItem(session);
+    const std::size_t oldCount = item->options.size();
+    removeKeepingOne(item->options, i, blankOption(session));
+    session.CurrentOption = positionAfterRemoval(i, oldCount);
+}
+
+void deleteTerm(Session& session, std::size_t i) {
+    CourseModule& m = session.module;
+    auto linking = titlesOfPagesContaining(m, termLinkSearch(static_cast<int>(i)), m.pages.size());
+    if (!linking.empty()) {
+        session.prompt.message(std::string("The selected term is currently in use.") + kCrLf +
+                                   "Please remove links to this term from the following pages:" +
+                                   kCrLf + indentedLines(linking),
+                               "Error", Icon::Exclamation, Buttons::OK);
+        return;
+    }
+    const std::size_t oldCount = m.glossary.size();
+    removeKeepingOne(m.glossary, i, blankTerm(session, 0));
+    session.CurrentTerm = positionAfterRemoval(i, oldCount);
+}
+
+void swapPageLinks(CourseModule& module, int a, int b) {
+    for (LessonPage& page : module.pages)
+        page.content = swapTexts(std::move(page.content), pageLinkSearch(a), pageLinkSearch(b),
+                                 kPageLinkMarker);
+}
+
+// Exchanges items i and j of the list; for pages also every link between them.
+void swapItems(Session& session, ListKind kind, std::size_t i, std::size_t j) {
+    CourseModule& m = session.module;
+    const auto target = static_cast<std::int16_t>(j);
+    switch (kind) {
+    case ListKind::Pages:
+        swapPageLinks(m, static_cast<int>(j), static_cast<int>(i));
+        std::swap(m.pages[i], m.pages[j]);
+        session.CurrentPage = target;
+        break;
+    case ListKind::Questions:
+        std::swap(m.questions[i], m.questions[j]);
+        session.CurrentItem = target;
+        break;
+    case ListKind::Options: {
+        QAndAItem* item = currentItem(session);
+        std::swap(item->options[i], item->options[j]);
+        session.CurrentOption = target;
+        break;
+    }
+    case ListKind::Terms:
+        std::swap(m.glossary[i], m.glossary[j]);
+        session.CurrentTerm = target;
+        break;
+    case ListKind::None:
+        break;
+    }
+}
+
+// Shared opening of every operation: the list is known and the selection lies inside it.
+bool selectionInList(Session& session, ListKind kind, int selected) {
+    if (selected < 0) {
+        noSelection(session);
+        return false;
+    }
+    return kind != ListKind::None && static_cast<std::size_t>(selected) < listCount(session, kind);
+}
+
+} // namespace
+
+ListKind listKindFromName(const std::string& listName) {
+    if (contains(listName, "Page"))
+        return ListKind::Pages;
+    if (contains(listName, "Q"))
+        return ListKind::Questions;
+    if (contains(listName, "Option"))
+        return ListKind::Options;
+    if (contains(listName, "Term"))
+        return ListKind::Terms;
+    return ListKind::None;
+}
+
+std::string pageLinkSearch(int page) {
+    return "<A href=\"page" + std::to_string(page) + ".html\"";
+}
+
+std::string termLinkHTML(int term, const std::string& inner) {
+    const std::string n = std::to_string(term);
+    return "<a href=\"#term" + n + "\" name=\"term" + n +
+           "\" onClick=\"parentRef.showGlossaryPopup('" + n + "', 240, 180);\" border=0>" + inner +
+           "</a>";
+}
+
+std::string termLinkSearch(int term) {
+    return "showGlossaryPopup('" + std::to_string(term) + "',";
+}
+
+void deleteListItem(Session& session, const std::string& listName, int selected) {
+    const ListKind kind = listKindFromName(listName);
+    if (selectionInList(session, kind, selected) &&
+        session.prompt.ask("Are you sure you want to delete the selected item?", "Confirm Delete",
+                           Icon::Question)) {
+        const auto i = static_cast<std::size_t>(selected);
+        switch (kind) {
+        case ListKind::Pages:
+            deletePage(session, i);
+            break;
+        case ListKind::Questions:
+            deleteQuestion(session, i);
+            break;
+        case ListKind::Options:
+            deleteOption(session, i);
+            break;
+        case ListKind::Terms:
+            deleteTerm(session, i);
+            break;
+        case ListKind::None:
+            break;
+        }
+    }
+    session.markChanged();
+}
+
+void moveListItemUp(Session& session, const std::string& listName, int selected) {
+    const ListKind kind = listKindFromName(listName);
+    if (selected >= 0 && selected < 1) {
+        session.prompt.message("You cannot move any higher", "Error", Icon::Critical, Buttons::OK);
+    } else if (selectionInList(session, kind, selected)) {
+        const auto i = static_cast<std::size_t>(selected);
+        swapItems(session, kind, i, i - 1);
+        if (kind == ListKind::Questions && session.module.moduleType == kLesson) {
+            // The moved activity's old number i+1 becomes i, and i becomes i+1.
+            const std::string moved = activityNumberSearch(selected + 1);
+            const std::string displaced = activityNumberSearch(selected);
+            for (LessonPage& page : session.module.pages)
+                page.content =
+                    swapTexts(std::move(page.content), moved, displaced, kActivityMarker);
+        }
+    }
+    session.markChanged();
+}
+
+void moveListItemDown(Session& session, const std::string& listName, int selected) {
+    const ListKind kind = listKindFromName(listName);
+    if (selected >= 0 && static_cast<std::size_t>(selected) + 1 >= listCount(session, kind)) {
+        session.prompt.message("You cannot move any lower", "Error", Icon::Critical, Buttons::OK);
+    } else if (selectionInList(session, kind, selected)) {
+        // Activity placeholders are deliberately left alone on a move down.
+        const auto i = static_cast<std::size_t>(selected);
+        swapItems(session, kind, i, i + 1);
+    }
+    session.markChanged();
+}
+
+void addBlankPage(Session& session) {
+    auto& pages = session.module.pages;
+    const std::size_t n = slotForNew(pages);
+    pages.resize(n + 1);
+    pages[n] = blankPage(session, n);
+    session.CurrentPage = static_cast<std::int16_t>(n);
+    session.markChanged();
+}
+
+void addBlankQuestion(Session& session) {
+    auto& questions = session.module.questions;
+    const std::size_t n = slotForNew(questions);
+    questions.resize(n + 1);
+    questions[n] = blankQuestion(session, n);
+    session.CurrentItem = static_cast<std::int16_t>(n);
+    session.markChanged();
+}
+
+void addBlankOption(Session& session) {
+    QAndAItem* item = currentItem(session);
+    if (!item)
+        return;
+    const std::size_t n = slotForNew(item->options);
+    item->options.resize(n + 1);
+    item->options[n] = session.defaults.option;
+    session.CurrentOption = static_cast<std::int16_t>(n);
+    session.markChanged();
+}
+
+void addBlankTerm(Session& session) {
+    auto& glossary = session.module.glossary;
+    const std::size_t n = slotForNew(glossary);
+    glossary.resize(n + 1);
+    glossary[n] = blankTerm(session, n);
+    session.CurrentTerm = static_cast<std::int16_t>(n);
+    session.markChanged();
+}
+
+void dropBlankQuestions(Session& session) {
+    auto& questions = session.module.questions;
+    std::vector<QAndAItem> kept;
+    kept.reserve(questions.size());
+    for (QAndAItem& item : questions) {
+        item.questionText = blankIfEmpty(item.questionText);
+        if (!item.questionText.empty())
+            kept.push_back(std::move(item));
+    }
+    // The list is never empty: with nothing left the first (blank) record stays as the
+    // placeholder the writer skips.
+    if (kept.empty() && !questions.empty())
+        kept.push_back(std::move(questions.front()));
+    questions = std::move(kept);
+    if (questions.empty())
+        questions.push_back(session.defaults.item);
+    const auto last = static_cast<std::int16_t>(questions.size() - 1);
+    if (session.CurrentItem > last)
+        session.CurrentItem = last;
+}
+
+} // namespace lumora

@@ -1,0 +1,94 @@
+// Normalisation of editor markup: tag fix-ups for the editing control's dialect, then named
+// entities for the nineteen characters that must survive a script string and any code page.
+#include "content/Normalize.h"
+
+#include "storage/TextUtil.h"
+
+#include <array>
+#include <string_view>
+
+namespace lumora {
+namespace {
+
+struct Replacement {
+    std::string_view find;
+    std::string_view replace;
+};
+
+// The order matters: the TBODY and paragraph patterns only exist once line breaks have become
+// "<br>", and step 5 must run before step 6 consumes the "<TR><br>" they share.
+constexpr std::array<Replacement, 10> kTagFixups{{
+    {"<STRONG>", "<b>"},
+    {"</STRONG>", "</b>"},
+    {"<EM>", "<i>"},
+    {"</EM>", "</i>"},
+    {"<br><TBODY><br><TR><br>", "<TR>"},
+    {"</TR><br><TR><br>", "</TR><TR>"},
+    {"</TBODY>", ""},
+    {"<P><TABLE", "<TABLE"},
+    {"</TABLE></P>", "</TABLE>"},
+    {"<br><P><br>", "<P>"},
+}};
+
+// The characters the old single-byte code page could not round-trip through the player's
+// scripts, as UTF-8, in the order they are replaced. Nothing else is converted.
+constexpr std::array<Replacement, 19> kEntities{{
+    {"\xE2\x82\xAC", "&euro;"},   // U+20AC
+    {"\xE2\x80\xA0", "&dagger;"}, // U+2020
+    {"\xE2\x80\x94", "&mdash;"},  // U+2014
+    {"\xE2\x84\xA2", "&trade;"},  // U+2122
+    {"\xC2\xA2", "&cent;"},       {"\xC2\xA3", "&pound;"},  {"\xC2\xA5", "&yen;"},
+    {"\xC2\xA7", "&sect;"},       {"\xC2\xA9", "&copy;"},   {"\xC2\xAE", "&reg;"},
+    {"\xC2\xB0", "&deg;"},        {"\xC2\xB1", "&plusmn;"}, {"\xC2\xB5", "&micro;"},
+    {"\xC2\xB6", "&para;"},       {"\xC2\xBC", "&frac14;"}, {"\xC2\xBD", "&frac12;"},
+    {"\xC2\xBE", "&frac34;"},     {"\xC3\x97", "&times;"},  {"\xC3\xB7", "&divide;"},
+}};
+
+template <std::size_t N>
+std::string applyInOrder(std::string text, const std::array<Replacement, N>& steps) {
+    for (const Replacement& step : steps)
+        text = replaceAll(std::move(text), step.find, step.replace);
+    return text;
+}
+
+bool startsWithLower(std::string_view text, std::string_view lowerPrefix) {
+    if (text.size() < lowerPrefix.size())
+        return false;
+    return toLowerAscii(std::string(text.substr(0, lowerPrefix.size()))) == lowerPrefix;
+}
+
+bool endsWithLower(std::string_view text, std::string_view lowerSuffix) {
+    if (text.size() < lowerSuffix.size())
+        return false;
+    return toLowerAscii(std::string(text.substr(text.size() - lowerSuffix.size()))) == lowerSuffix;
+}
+
+} // namespace
+
+std::string normalizeHTML(const std::string& html) {
+    return applyInOrder(applyInOrder(html, kTagFixups), kEntities);
+}
+
+std::string blankIfEmpty(const std::string& html) {
+    // What the editing control leaves behind when the author clears everything.
+    if (html == " " || html == "&nbsp;" || html == "<P>&nbsp;</P>")
+        return {};
+    return html;
+}
+
+std::string stripParagraphs(const std::string& html) {
+    std::string text = replaceAll(html, "<P>", "");
+    text = replaceAll(std::move(text), "</P>", "");
+    return replaceAll(std::move(text), "&nbsp;", "");
+}
+
+std::string stripOuterParagraph(const std::string& html) {
+    std::string text = replaceAll(html, "\r\n", "");
+    if (startsWithLower(text, "<p>"))
+        text.erase(0, 3);
+    if (endsWithLower(text, "</p>"))
+        text.erase(text.size() - 4);
+    return text;
+}
+
+} // namespace lumora

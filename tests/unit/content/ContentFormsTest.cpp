@@ -1,0 +1,136 @@
+// Stored form <-> editor form of content: media paths, activity placeholders and the script
+// string wrappers, both ways.
+#include "content/ContentForms.h"
+
+#include "storage/Paths.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace lumora {
+namespace {
+
+const std::string kStoredThree =
+    "<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML(3));</SCRIPT>";
+
+class ContentForms : public ::testing::Test {
+  protected:
+    ContentPaths paths{std::string(1, kSep) + "ws" + kSep + "My Course",
+                       std::string(1, kSep) + "opt" + kSep + "lumora"};
+    std::string media = paths.moduleFolder + kSep + "media" + kSep;
+    std::string start =
+        "<IMG src=\"" + paths.installFolder + kSep + "app" + kSep + "QAndAStart.gif\">";
+    std::string end = "<IMG src=\"" + paths.installFolder + kSep + "app" + kSep + "QAndAEnd.gif\">";
+};
+
+TEST_F(ContentForms, PlaceholderIsStartImageNumberEndImage) {
+    EXPECT_EQ(activityStartImage(paths), start);
+    EXPECT_EQ(activityEndImage(paths), end);
+    EXPECT_EQ(activityPlaceholder(paths, 12), start + "12" + end);
+}
+
+TEST_F(ContentForms, ActivityReferenceRoundTrips) {
+    const std::string stored = "<P>Before</P>" + kStoredThree + "<P>After</P>";
+    const std::string editor = toEditorHTML(stored, paths);
+    EXPECT_EQ(editor, "<P>Before</P>" + start + "3" + end + "<P>After</P>");
+    EXPECT_EQ(toStoredHTML(editor, paths), stored);
+}
+
+TEST_F(ContentForms, LowerCaseReferenceIsSavedInUpperCase) {
+    const std::string lower = "<script language=\"JavaScript\">document.write(parentRef."
+                              "writeActivityHTML(3));</script>";
+    const std::string editor = toEditorHTML(lower, paths);
+    EXPECT_EQ(editor, start + "3" + end);
+    EXPECT_EQ(toStoredHTML(editor, paths), kStoredThree);
+}
+
+TEST_F(ContentForms, AnyScriptEndBecomesTheEndImage) {
+    // Start and end texts are converted independently of each other.
+    EXPECT_EQ(toEditorHTML("<script>f(g());</script>", paths), "<script>f(g(" + end);
+}
+
+TEST_F(ContentForms, MediaPathsBecomeAbsoluteAndComeBack) {
+    const std::string stored = "<IMG src=\"media/photo 1.png\"><A href=\"media/doc.pdf\">d</A>";
+    const std::string editor = toEditorHTML(stored, paths);
+    EXPECT_EQ(editor,
+              "<IMG src=\"" + media + "photo 1.png\"><A href=\"" + media + "doc.pdf\">d</A>");
+    EXPECT_EQ(toStoredHTML(editor, paths), stored);
+    // Only attribute values are made absolute: plain text mentioning media/ stays.
+    EXPECT_EQ(toEditorHTML("see media/x.png", paths), "see media/x.png");
+}
+
+TEST_F(ContentForms, StoredFormAcceptsOtherSlashFormAndFileUrls) {
+    const std::string other = otherSlashForm(media);
+    EXPECT_EQ(toStoredHTML("<IMG src=\"" + other + "a.gif\">", paths), "<IMG src=\"media/a.gif\">");
+
+    std::string urlPath = media;
+    for (char& c : urlPath)
+        if (c == '\\')
+            c = '/';
+    if (urlPath.front() != '/')
+        urlPath.insert(0, "/");
+    EXPECT_EQ(toStoredHTML("<IMG src=\"file://" + urlPath + "a.gif\">", paths),
+              "<IMG src=\"media/a.gif\">");
+    // A browser escapes the blank of "My Course".
+    std::string escaped = urlPath;
+    escaped.replace(escaped.find(' '), 1, "%20");
+    EXPECT_EQ(toStoredHTML("<IMG src=\"file://" + escaped + "b.gif\">", paths),
+              "<IMG src=\"media/b.gif\">");
+    // Paths elsewhere only lose the scheme; the third slash stays.
+    EXPECT_EQ(toStoredHTML("<IMG src=\"file:///elsewhere/c.gif\">", paths),
+              "<IMG src=\"/elsewhere/c.gif\">");
+}
+
+TEST_F(ContentForms, ConversionsNormalise) {
+    EXPECT_EQ(toEditorHTML("<STRONG>\xC2\xA9</STRONG>", paths), "<b>&copy;</b>");
+    EXPECT_EQ(toStoredHTML("<EM>\xE2\x82\xAC</EM>", paths), "<i>&euro;</i>");
+}
+
+TEST_F(ContentForms, ScriptStringEscapesQuotesAndLineBreaks) {
+    const std::string editor = "Say \"hi\"\r\n<IMG src=\"" + media + "x.png\">";
+    const std::string literal = toScriptString(editor, paths);
+    EXPECT_EQ(literal, "Say \\\"hi\\\"<br><IMG src=\\\"media/x.png\\\">");
+    EXPECT_EQ(fromScriptString(literal, paths), editor);
+}
+
+TEST_F(ContentForms, ScriptStringLeavesOtherCharactersAsTheyAre) {
+    EXPECT_EQ(toScriptString("a\\b 'c'\rd\ne", paths), "a\\b 'c'\rd\ne");
+    // A typed "<br>" and a line break read back the same.
+    EXPECT_EQ(fromScriptString("one<br>two", paths), "one\r\ntwo");
+}
+
+TEST_F(ContentForms, ScriptStringWithActivityReference) {
+    const std::string editor = start + "3" + end;
+    const std::string literal = toScriptString(editor, paths);
+    EXPECT_EQ(literal, "<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML("
+                       "3));</SCRIPT>");
+    EXPECT_EQ(fromScriptString(literal, paths), editor);
+}
+
+TEST_F(ContentForms, TableLineBreaksAreFlattenedOnTheWayToAScript) {
+    // The control's line breaks become "<br>", which the table fix-ups then remove.
+    EXPECT_EQ(
+        toScriptString("<TABLE>\r\n<TBODY>\r\n<TR>\r\n<TD>x</TD></TR></TBODY></TABLE>", paths),
+        "<TABLE><TR><TD>x</TD></TR></TABLE>");
+}
+
+TEST_F(ContentForms, EmptyLookingScriptStringsReadAsEmpty) {
+    EXPECT_EQ(fromScriptString("", paths), "");
+    EXPECT_EQ(fromScriptString("&nbsp;", paths), "");
+    EXPECT_EQ(fromScriptString("<P>&nbsp;</P>", paths), "");
+    EXPECT_EQ(fromScriptString("<P>&nbsp;</P><br>", paths), "<P>&nbsp;</P>\r\n");
+}
+
+TEST(GetFileName, SplitsAtSlashFirstThenBackslash) {
+    EXPECT_EQ(getFileName("C:\\pics\\a.png"), "a.png");
+    EXPECT_EQ(getFileName("http://x.org/dir/b.gif"), "b.gif");
+    // With a slash present, back-slashes are part of the name.
+    EXPECT_EQ(getFileName("dir/sub\\c.gif"), "sub\\c.gif");
+    EXPECT_EQ(getFileName("plain.txt"), "plain.txt");
+    EXPECT_EQ(getFileName("folder/"), "");
+    EXPECT_EQ(getFileName(""), "");
+}
+
+} // namespace
+} // namespace lumora

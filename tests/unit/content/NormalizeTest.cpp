@@ -1,0 +1,99 @@
+// normalizeHTML and its companions: the order of the fix-ups, what they leave alone, and the
+// nineteen characters turned into entities.
+#include "content/Normalize.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace lumora {
+namespace {
+
+TEST(NormalizeHTML, RewritesOnlyUpperCaseStrongAndEm) {
+    EXPECT_EQ(normalizeHTML("<STRONG>a</STRONG> <EM>b</EM>"), "<b>a</b> <i>b</i>");
+    EXPECT_EQ(normalizeHTML("<strong>a</strong><Em>b</Em>"), "<strong>a</strong><Em>b</Em>");
+    // An upper-case opening tag closed in lower case: only the opening tag changes.
+    EXPECT_EQ(normalizeHTML("<STRONG>x</strong>"), "<b>x</strong>");
+    EXPECT_EQ(normalizeHTML(""), "");
+}
+
+TEST(NormalizeHTML, FlattensTableMarkupWrittenWithBrLineBreaks) {
+    const std::string table = "<P><TABLE border=1 width=\"50%\"><br><TBODY><br><TR><br><TD>a</TD>"
+                              "</TR><br><TR><br><TD>b</TD></TR></TBODY></TABLE></P>";
+    EXPECT_EQ(normalizeHTML(table),
+              "<TABLE border=1 width=\"50%\"><TR><TD>a</TD></TR><TR><TD>b</TD></TR></TABLE>");
+}
+
+TEST(NormalizeHTML, RemovesEveryClosingTbodyButKeepsOtherOpeningTags) {
+    // The opening tag survives without its "<br>" frame or with attributes; the closing one
+    // goes regardless.
+    EXPECT_EQ(normalizeHTML("<TABLE><TBODY><TR><TD>a</TD></TR></TBODY></TABLE>"),
+              "<TABLE><TBODY><TR><TD>a</TD></TR></TABLE>");
+    EXPECT_EQ(normalizeHTML("<br><TBODY class=x><br><TR><br></TBODY>"),
+              "<br><TBODY class=x><br><TR><br>");
+    EXPECT_EQ(normalizeHTML("<tbody></tbody></TBODY>"), "<tbody></tbody>");
+}
+
+TEST(NormalizeHTML, StepOrderDecidesOverlappingPatterns) {
+    // Tag renames and table fix-ups apply in one call.
+    EXPECT_EQ(normalizeHTML("<br><TBODY><br><TR><br><STRONG>a</STRONG></TR><br><TR><br>"),
+              "<TR><b>a</b></TR><TR>");
+    // Removing "</TBODY>" first lets step 9 see "</TABLE></P>".
+    EXPECT_EQ(normalizeHTML("<P><TABLE></TABLE></TBODY></P>"), "<TABLE></TABLE>");
+    // A "<P><TABLE" that only step 10 creates comes too late for step 8.
+    EXPECT_EQ(normalizeHTML("<br><P><br><TABLE>"), "<P><TABLE>");
+}
+
+TEST(NormalizeHTML, IsNotIdempotentAroundParagraphs) {
+    const std::string once = normalizeHTML("<br><br><P><br><br>");
+    EXPECT_EQ(once, "<br><P><br>");
+    EXPECT_EQ(normalizeHTML(once), "<P>");
+}
+
+TEST(NormalizeHTML, ReplacesTheNineteenCharactersInTableOrder) {
+    const std::string in =
+        "\xE2\x82\xAC \xE2\x80\xA0 \xE2\x80\x94 \xE2\x84\xA2 \xC2\xA2 \xC2\xA3 "
+        "\xC2\xA5 \xC2\xA7 \xC2\xA9 \xC2\xAE \xC2\xB0 \xC2\xB1 \xC2\xB5 \xC2\xB6 "
+        "\xC2\xBC \xC2\xBD \xC2\xBE \xC3\x97 \xC3\xB7";
+    EXPECT_EQ(normalizeHTML(in), "&euro; &dagger; &mdash; &trade; &cent; &pound; &yen; &sect; "
+                                 "&copy; &reg; &deg; &plusmn; &micro; &para; &frac14; &frac12; "
+                                 "&frac34; &times; &divide;");
+}
+
+TEST(NormalizeHTML, LeavesOtherCharactersAndExistingEntitiesAlone) {
+    // En dash, double dagger, curly quotes, bullet, no-break space, accented letters.
+    const std::string others = "\xE2\x80\x93\xE2\x80\xA1\xE2\x80\x9C\xE2\x80\x9D\xE2\x80\xA2"
+                               "\xC2\xA0\xC3\xA9\xC3\x96";
+    EXPECT_EQ(normalizeHTML(others), others);
+    EXPECT_EQ(normalizeHTML("&euro;\xE2\x82\xAC&amp;"), "&euro;&euro;&amp;");
+}
+
+TEST(BlankIfEmpty, OnlyTheThreeEmptyShapesBecomeEmpty) {
+    EXPECT_EQ(blankIfEmpty(" "), "");
+    EXPECT_EQ(blankIfEmpty("&nbsp;"), "");
+    EXPECT_EQ(blankIfEmpty("<P>&nbsp;</P>"), "");
+    EXPECT_EQ(blankIfEmpty(""), "");
+    EXPECT_EQ(blankIfEmpty("<p>&nbsp;</p>"), "<p>&nbsp;</p>");
+    EXPECT_EQ(blankIfEmpty("<P>&nbsp;</P><P>&nbsp;</P>"), "<P>&nbsp;</P><P>&nbsp;</P>");
+    EXPECT_EQ(blankIfEmpty("  "), "  ");
+}
+
+TEST(StripParagraphs, RemovesUpperCaseParagraphsAndNbsp) {
+    EXPECT_EQ(stripParagraphs("<P>What&nbsp;is <b>it</b>?</P><P>&nbsp;</P>"), "Whatis <b>it</b>?");
+    EXPECT_EQ(stripParagraphs("<p>kept</p>"), "<p>kept</p>");
+    EXPECT_EQ(stripParagraphs(""), "");
+}
+
+TEST(StripOuterParagraph, DropsOneBareParagraphAtEachEnd) {
+    EXPECT_EQ(stripOuterParagraph("<P>text</P>"), "text");
+    EXPECT_EQ(stripOuterParagraph("<p>a\r\nb</p>"), "ab");
+    EXPECT_EQ(stripOuterParagraph("<P><P>x</P></P>"), "<P>x</P>");
+    // An opening tag with attributes is not a bare "<p>"; the closing tag still goes.
+    EXPECT_EQ(stripOuterParagraph("<P align=center>x</P>"), "<P align=center>x");
+    EXPECT_EQ(stripOuterParagraph("<p>"), "");
+    EXPECT_EQ(stripOuterParagraph("</p>"), "");
+    EXPECT_EQ(stripOuterParagraph(""), "");
+}
+
+} // namespace
+} // namespace lumora
