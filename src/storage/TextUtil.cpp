@@ -5,21 +5,29 @@
 namespace lumora {
 
 std::string replaceAll(std::string text, std::string_view from, std::string_view to) {
-    if (from.empty() || text.size() < from.size())
+    if (from.empty())
         return text;
+    std::size_t hit = text.find(from);
+    // Most passes of a conversion find nothing: hand the text back without copying it.
+    if (hit == std::string::npos)
+        return text;
+    if (from.size() == to.size()) {
+        // Same length: rewrite in place, no second buffer.
+        do {
+            text.replace(hit, from.size(), to);
+            hit = text.find(from, hit + to.size());
+        } while (hit != std::string::npos);
+        return text;
+    }
     std::string out;
     out.reserve(text.size() + (to.size() > from.size() ? text.size() / 8 : 0));
     std::size_t pos = 0;
-    while (true) {
-        std::size_t hit = text.find(from, pos);
-        if (hit == std::string::npos)
-            break;
+    do {
         out.append(text, pos, hit - pos);
         out.append(to);
         pos = hit + from.size();
-    }
-    if (pos == 0)
-        return text;
+        hit = text.find(from, pos);
+    } while (hit != std::string::npos);
     out.append(text, pos, std::string::npos);
     return out;
 }
