@@ -29,4 +29,12 @@ std::size_t countSubfolders(const std::string& workspaceFolder);
 // Otherwise resets the module, sets type and folder from the entry and loads it.
 bool OpenModuleEntry(Session& session, const std::string& entry);
 
+// The file work of NewModuleFolder and SaveModuleAs under an accepted name, without prompts.
+// Both throw FileError or std::filesystem::filesystem_error and leave no half-made folder
+// behind; the module in memory is changed only once the copy succeeded.
+void createModuleFolder(Session& session, const std::string& type, const std::string& name);
+void copyModuleFolderAs(Session& session, const std::string& name);
+// The type word for a folder chooser tag ("(l)", "(e)", "(s)"), "" for anything else.
+std::string moduleTypeForTag(const std::string& tag);
+
 } // namespace lumora
