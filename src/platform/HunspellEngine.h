@@ -1,0 +1,52 @@
+// The spelling engine over Hunspell. Start-up names the lexicon files; the first one found
+// (the standard dictionary) is opened with its affix rules, and the medical, legal and user
+// lists are added on top of it, read with the same rules.
+#pragma once
+
+#include "app/Services.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+class Hunspell;
+
+namespace lumora {
+
+class HunspellEngine : public SpellingEngine {
+  public:
+    HunspellEngine();
+    ~HunspellEngine() override;
+
+    void setOption(std::uint32_t option, int value) override;
+    std::string mainLexPath() override;
+    void setMainLexPath(const std::string& folder) override;
+    void setMainLexFiles(const std::string& names) override;
+    void setHelpFile(const std::string& path) override;
+    bool available() const override;
+
+    // True for a correctly spelt word. With markup skipping on, a tag ("<B>") or an entity
+    // ("&nbsp;") counts as correct. Without a dictionary nothing can be doubted: true.
+    bool check(const std::string& word);
+    std::vector<std::string> suggest(const std::string& word);
+    // Accepts the word from now on and appends it to the user dictionary ("userdic.dic" in
+    // the lexicon folder), keeping the dictionary's word count on its first line current.
+    void addToUserDictionary(const std::string& word);
+
+    // The dictionaries actually loaded, in order (for About's list and diagnostics).
+    const std::vector<std::string>& loadedFiles() const { return loaded_; }
+    const std::string& helpFile() const { return helpFile_; }
+
+  private:
+    std::string folder_;
+    std::string helpFile_;
+    bool skipMarkup_ = false;
+    std::unique_ptr<Hunspell> hunspell_;
+    std::vector<std::string> loaded_;
+};
+
+// True for a tag ("<...>") or an entity ("&...;"), the markup the engine may skip.
+bool isMarkupToken(const std::string& word);
+
+} // namespace lumora

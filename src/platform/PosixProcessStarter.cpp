@@ -1,0 +1,39 @@
+// Process start over posix_spawn; see PosixProcessStarter.h.
+#include "platform/PosixProcessStarter.h"
+
+#include <spawn.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+
+extern char** environ;
+
+namespace lumora {
+
+PosixProcessStarter::~PosixProcessStarter() {
+    reapFinished();
+}
+
+void PosixProcessStarter::reapFinished() {
+    children_.erase(std::remove_if(children_.begin(), children_.end(),
+                                   [](long pid) {
+                                       int status = 0;
+                                       return waitpid(static_cast<pid_t>(pid), &status, WNOHANG) !=
+                                              0;
+                                   }),
+                    children_.end());
+}
+
+long PosixProcessStarter::start(const std::string& commandLine, bool /*hidden*/) {
+    reapFinished();
+    std::string shell = "/bin/sh", flag = "-c", command = commandLine;
+    char* argv[] = {shell.data(), flag.data(), command.data(), nullptr};
+    pid_t pid = 0;
+    if (posix_spawn(&pid, "/bin/sh", nullptr, nullptr, argv, environ) != 0)
+        return 0;
+    children_.push_back(pid);
+    return pid;
+}
+
+} // namespace lumora
