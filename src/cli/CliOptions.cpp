@@ -1,0 +1,56 @@
+// Argument parsing for lumora-cli; see CliOptions.h.
+#include "cli/CliOptions.h"
+
+namespace lumora::cli {
+
+const char* const kUsageText =
+    "usage: lumora-cli [--workspace DIR] [--app-dir DIR] [--yes] COMMAND\n"
+    "  new TYPE NAME            create a Lesson, Evaluation or Survey from its template\n"
+    "  list                     the workspace's modules, as the folder chooser lists them\n"
+    "  check NAME               load and check the questions\n"
+    "  save NAME [--non-scorm]  load and save, for SCORM/AICC or not\n"
+    "  show NAME                the loaded module as JSON\n"
+    "  package NAME [-o FILE]   a zip ready to upload to an LMS\n"
+    "\n"
+    "The workspace is --workspace, else $LUMORA_WORKSPACE, else MyContent beside the\n"
+    "program. A missing workspace is created by \"new\", or by any command with --yes;\n"
+    "--yes also answers Yes to every other question.\n"
+    "Exit status: 0 done, 1 refused or invalid, 2 usage, 3 file error.\n";
+
+std::optional<CliOptions> parseArguments(const std::vector<std::string>& args, std::string& error) {
+    CliOptions o;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        auto value = [&](std::string& into) {
+            if (i + 1 >= args.size()) {
+                error = a + " needs a value";
+                return false;
+            }
+            into = args[++i];
+            return true;
+        };
+        if (a == "--workspace" || a == "--app-dir" || a == "-o") {
+            std::string& into = a == "--workspace" ? o.workspace
+                                : a == "--app-dir" ? o.appDir
+                                                   : o.outPath;
+            if (!value(into))
+                return std::nullopt;
+        } else if (a == "--yes") {
+            o.yes = true;
+        } else if (a == "--non-scorm") {
+            o.nonScorm = true;
+        } else if (a == "--help" || a == "-h") {
+            o.help = true;
+        } else if (a.size() > 1 && a[0] == '-') {
+            error = "unknown option " + a;
+            return std::nullopt;
+        } else if (o.command.empty()) {
+            o.command = a;
+        } else {
+            o.operands.push_back(a);
+        }
+    }
+    return o;
+}
+
+} // namespace lumora::cli
