@@ -1,0 +1,150 @@
+// A throw-away installation for the start-up and workspace tests: an installation folder with
+// small templates of each type, a workspace, and fakes for the registry and spelling engine.
+#pragma once
+
+#include "app/Services.h"
+#include "app/Session.h"
+#include "storage/Paths.h"
+#include "support/ScriptedPrompt.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <unistd.h>
+
+namespace lumora::test {
+
+namespace fs = std::filesystem;
+
+inline std::string readBytes(const fs::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+inline void writeBytes(const fs::path& p, const std::string& bytes) {
+    fs::create_directories(p.parent_path());
+    std::ofstream out(p, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+// A registry holding the keys a test puts in it.
+class FakeRegistry : public Registry {
+  public:
+    std::map<std::string, std::vector<std::string>> subkeys;
+    std::map<std::pair<std::string, std::string>, RegistryValue> values;
+
+    std::optional<std::vector<std::string>> subkeyNames(const std::string& key) override {
+        auto it = subkeys.find(key);
+        if (it == subkeys.end())
+            return std::nullopt;
+        return it->second;
+    }
+    std::optional<RegistryValue> value(const std::string& key, const std::string& name) override {
+        auto it = values.find({key, name});
+        if (it == values.end())
+            return std::nullopt;
+        return it->second;
+    }
+};
+
+// Records every call start-up makes on the engine, in order.
+class RecordingSpellingEngine : public SpellingEngine {
+  public:
+    std::vector<std::string> calls;
+    bool ready = true;
+
+    void setOption(std::uint32_t option, int value) override {
+        calls.push_back("setOption " + std::to_string(option) + " " + std::to_string(value));
+    }
+    std::string mainLexPath() override {
+        calls.push_back("mainLexPath");
+        return "old";
+    }
+    void setMainLexPath(const std::string& folder) override {
+        calls.push_back("setMainLexPath " + folder);
+    }
+    void setMainLexFiles(const std::string& names) override {
+        calls.push_back("setMainLexFiles " + names);
+    }
+    void setHelpFile(const std::string& path) override { calls.push_back("setHelpFile " + path); }
+    bool available() const override { return ready; }
+};
+
+class AppTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        static std::atomic<int> counter{0};
+        root = fs::temp_directory_path() /
+               ("lumora-app-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+        fs::remove_all(root);
+        install = root / "install";
+        workspace = install / "MyContent";
+        fs::create_directories(install / "app");
+    }
+    void TearDown() override {
+        std::error_code ec;
+        fs::remove_all(root, ec);
+    }
+
+    // A template of the given type that the loader can read: its frameset file, scripts, one
+    // page (Lesson) and a stylesheet.
+    void makeTemplate(const std::string& type) {
+        const fs::path t = install / "Templates" / type;
+        writeBytes(t / "css" / "camstyle.css", "body { color: #000000; }\r\n");
+        writeBytes(t / "images" / "logo.gif", "GIF89a");
+        if (type == "Lesson") {
+            writeBytes(t / "lessonframeset.html", "<HTML></HTML>\r\n");
+            writeBytes(t / "scripts" / "inc_ModuleInfo.js",
+                       "var modTitle = \"Template Lesson\";\r\n"
+                       "var copyright = \"Copyright Template\";\r\n"
+                       "var useSCORM = true;\r\n"
+                       "objLessonModule.addPage(objLessonModule.pages.length, \"First\");\r\n");
+            writeBytes(t / "scripts" / "inc_Glossary.js", "");
+            writeBytes(t / "scripts" / "inc_QAndA.js", "");
+            writeBytes(t / "page0.html", "<HTML><BODY>\r\n<LUMApageContent>\r\n"
+                                         "<P>Sample page</P>\r\n"
+                                         "</LUMApageContent>\r\n</BODY></HTML>\r\n");
+        } else {
+            const std::string file =
+                type == "Evaluation" ? "inc_Questions.js" : "inc_Objectives.js";
+            writeBytes(t / (type == "Evaluation" ? "poolframeset.html" : "surveyframeset.html"),
+                       "<HTML></HTML>\r\n");
+            writeBytes(t / "scripts" / file, "var modTitle = \"Template " + type +
+                                                 "\";\r\nvar copyright = \"C\";\r\n"
+                                                 "var useSCORM = true;\r\n");
+        }
+    }
+
+    void makeTemplates() {
+        for (const char* type : {"Lesson", "Evaluation", "Survey"})
+            makeTemplate(type);
+        writeBytes(install / "Templates" / "version", "1.0\r\n");
+    }
+
+    // A session installed in the temporary folder, with the default records built.
+    Session& session() {
+        if (!session_) {
+            session_ = std::make_unique<Session>(prompt, registry, processes, &engine);
+            session_->defaults = makeDefaultRecords(2024);
+            session_->ResetModule();
+            session_->setInstallation(install.string());
+        }
+        return *session_;
+    }
+
+    fs::path root, install, workspace;
+    testing::ScriptedPrompt prompt;
+    FakeRegistry registry;
+    testing::FakeProcessStarter processes;
+    RecordingSpellingEngine engine;
+
+  private:
+    std::unique_ptr<Session> session_;
+};
+
+} // namespace lumora::test

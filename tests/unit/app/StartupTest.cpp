@@ -1,0 +1,196 @@
+// Start-up: the templates and version checks with their messages, the office repair over a
+// fake registry, the spelling preparation over the files present, and the registry reader.
+#include "AppFixture.h"
+
+#include "app/RegistryValues.h"
+#include "app/Startup.h"
+
+namespace lumora::test {
+namespace {
+
+const std::string kUninstall = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+
+class StartupTest : public AppTest {
+  protected:
+    StartupResult start() {
+        StartupOptions options;
+        options.appPath = install.string();
+        options.currentYear = 2031;
+        options.showSplash = [this] { splashShown = true; };
+        return runStartup(session(), options);
+    }
+    bool splashShown = false;
+};
+
+TEST_F(StartupTest, MissingTemplatesFolderShowsMessageAndShutsDown) {
+    EXPECT_EQ(start(), StartupResult::Shutdown);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text,
+              "The \"Templates\" folder does not exist.\r\nPlease reinstall the Lumora.");
+    EXPECT_EQ(prompt.messages[0].title, "No Templates");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_FALSE(splashShown);
+    EXPECT_TRUE(engine.calls.empty());
+}
+
+TEST_F(StartupTest, MissingVersionMarkersShowMessageAndShutDown) {
+    fs::create_directories(install / "Templates");
+    EXPECT_EQ(start(), StartupResult::Shutdown);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text,
+              "Cannot locate template version information\r\nPlease reinstall the Lumora");
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_FALSE(splashShown);
+}
+
+TEST_F(StartupTest, ApplicationVersionMarkerSkipsTheRepair) {
+    fs::create_directories(install / "Templates");
+    writeBytes(install / "app" / "version", "1.0");
+    registry.subkeys[kUninstall] = {"{00000409-78E1-11D2-B60F-006097C998E7}"};
+    EXPECT_EQ(start(), StartupResult::Continue);
+    EXPECT_TRUE(processes.started.empty());
+    EXPECT_TRUE(prompt.messages.empty());
+    EXPECT_TRUE(splashShown);
+}
+
+TEST_F(StartupTest, RepairFoundStartsInstallerAndCopiesVersion) {
+    makeTemplates();
+    writeBytes(install / "Templates" / "version", "7.3\r\n");
+    registry.subkeys[kUninstall] = {"Other", "{00020409-78E1-11D2-B60F-006097C998E7}",
+                                    "{00010409-78e1-11d2-b60f-006097c998e7}"};
+    EXPECT_EQ(start(), StartupResult::Continue);
+    // The second code comes before the third in the lookup order, whatever its case.
+    ASSERT_EQ(processes.started.size(), 1u);
+    EXPECT_EQ(processes.started[0],
+              "msiexec /i {00010409-78E1-11D2-B60F-006097C998E7} /qb- REMOVE=HTMLSourceEditing");
+    EXPECT_EQ(readBytes(install / "app" / "version"), "7.3\r\n");
+}
+
+TEST_F(StartupTest, RepairThatFailsToStartLeavesNoMarker) {
+    makeTemplates();
+    registry.subkeys[kUninstall] = {"{00030409-78E1-11D2-B60F-006097C998E7}"};
+    processes.pid = 0;
+    EXPECT_EQ(start(), StartupResult::Continue);
+    EXPECT_EQ(processes.started.size(), 1u);
+    EXPECT_FALSE(fs::exists(install / "app" / "version"));
+}
+
+TEST_F(StartupTest, NoProductInstalledRepeatsCheckWithoutChanges) {
+    makeTemplates();
+    registry.subkeys[kUninstall] = {"{11111111-78E1-11D2-B60F-006097C998E7}"};
+    EXPECT_EQ(start(), StartupResult::Continue);
+    EXPECT_TRUE(processes.started.empty());
+    EXPECT_FALSE(fs::exists(install / "app" / "version"));
+    EXPECT_TRUE(prompt.messages.empty());
+}
+
+TEST_F(StartupTest, BuildsDefaultsAndPaths) {
+    makeTemplates();
+    ASSERT_EQ(start(), StartupResult::Continue);
+    const std::string sep(1, kSep);
+    EXPECT_EQ(session().AppPath, install.string() + sep);
+    EXPECT_EQ(session().WorkspaceFolder, install.string() + sep + "MyContent");
+    EXPECT_EQ(session().TemplatesRoot, install.string() + sep + "Templates");
+    EXPECT_EQ(session().spellingFolder, install.string() + sep + "app" + sep + "spelling");
+    EXPECT_EQ(session().module.copyright, "\xC2\xA9 2031");
+    EXPECT_EQ(session().defaults.module.copyright, "\xC2\xA9 2031");
+}
+
+TEST_F(StartupTest, SpellingPreparationCallsInOrderWithPresentFiles) {
+    makeTemplates();
+    const fs::path spelling = install / "app" / "spelling";
+    writeBytes(spelling / "userdic.dic", "0\n");
+    writeBytes(spelling / "legal.dic", "1\nestoppel\n");
+    ASSERT_EQ(start(), StartupResult::Continue);
+    const std::vector<std::string> expected = {"setOption 2097152 1", "mainLexPath",
+                                               "setMainLexPath " + spelling.string(),
+                                               "setMainLexFiles userdic.dic,legal.dic"};
+    EXPECT_EQ(engine.calls, expected);
+    EXPECT_TRUE(session().spellingAvailable);
+}
+
+TEST_F(StartupTest, SpellingEngineThatCannotCheckIsMarkedUnavailable) {
+    makeTemplates();
+    engine.ready = false;
+    ASSERT_EQ(start(), StartupResult::Continue);
+    EXPECT_EQ(engine.calls.back(), "setMainLexFiles ");
+    EXPECT_FALSE(session().spellingAvailable);
+}
+
+TEST(SpellingPreparation, ListFollowsTheFixedOrderNotTheFolder) {
+    const fs::path folder =
+        fs::temp_directory_path() / ("lumora-lex-" + std::to_string(::getpid()));
+    for (const char* name : {"legal.dic", "en_med_glut.dic", "en_US.dic", "userdic.dic"})
+        writeBytes(folder / name, "0\n");
+    writeBytes(folder / "other.dic", "0\n");
+    RecordingSpellingEngine engine;
+    EXPECT_EQ(prepareSpellingEngine(engine, folder.string()),
+              "en_US.dic,userdic.dic,en_med_glut.dic,legal.dic");
+    fs::remove_all(folder);
+}
+
+TEST(RegistryValues, TextDropsTrailingNul) {
+    EXPECT_EQ(registryValueText({1, std::string("C:\\Tools\\msinfo32.exe\0", 22)}),
+              "C:\\Tools\\msinfo32.exe");
+    EXPECT_EQ(registryValueText({1, "plain"}), "plain");
+}
+
+TEST(RegistryValues, NumbersAreUnpaddedHexDigitsFromLastByteToFirst) {
+    EXPECT_EQ(registryValueText({4, std::string("\x2A\0\0\0", 4)}), "42");
+    EXPECT_EQ(registryValueText({4, std::string("\xFF\xFF\xFF\x7F", 4)}), "2147483647");
+    // Bytes 02 01 become the digits "1" and "2": 0x12, not 0x0102.
+    EXPECT_EQ(registryValueText({4, std::string("\x02\x01", 2)}), "18");
+    EXPECT_EQ(registryValueText({4, std::string("\0\0\0\0", 4)}), "0");
+    EXPECT_EQ(registryValueText({4, ""}), std::nullopt);
+    EXPECT_EQ(registryValueText({3, "xyz"}), "");
+}
+
+TEST(RegistryValues, ReaderReportsMissingValues) {
+    FakeRegistry registry;
+    registry.values[{"K", "N"}] = {4, std::string("\x10\x00\x00\x00", 4)};
+    std::string out = "stale";
+    EXPECT_TRUE(readRegistryValue(registry, "K", "N", out));
+    EXPECT_EQ(out, "16");
+    EXPECT_FALSE(readRegistryValue(registry, "K", "Missing", out));
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(StartupTest, SystemInfoStartsTheRegisteredProgramOrSaysUnavailable) {
+    makeTemplates();
+    start();
+    startSystemInfo(session());
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text, "System Information Is Unavailable At This Time");
+    EXPECT_EQ(prompt.messages[0].title, "");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::None);
+
+    // The second key counts only when the program file is really there.
+    const fs::path tools = root / "tools";
+    registry.values[{"SOFTWARE\\Microsoft\\Shared Tools Location", "MSINFO"}] = {
+        1, tools.string() + std::string(1, '\0')};
+    startSystemInfo(session());
+    EXPECT_EQ(prompt.messages.size(), 2u);
+    writeBytes(tools / "MSINFO32.EXE", "");
+    startSystemInfo(session());
+    ASSERT_EQ(processes.started.size(), 1u);
+    EXPECT_EQ(processes.started[0], (tools / "MSINFO32.EXE").string());
+
+    registry.values[{"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO", "PATH"}] = {1, "msinfo"};
+    startSystemInfo(session());
+    EXPECT_EQ(processes.started.back(), "msinfo");
+    EXPECT_EQ(prompt.messages.size(), 2u);
+}
+
+TEST(AnimationFrames, SixteenFramesWithTheHissInTwoToEleven) {
+    const auto& frames = animationFrames();
+    ASSERT_EQ(frames.size(), 16u);
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        const bool hiss = frames[i].find("Pfffffft") != std::string::npos;
+        EXPECT_EQ(hiss, i >= 2 && i <= 11) << "frame " << i;
+        EXPECT_NE(frames[i].find("\r\n"), std::string::npos) << "frame " << i;
+    }
+}
+
+} // namespace
+} // namespace lumora::test

@@ -1,0 +1,263 @@
+// The workspace check, the folder-name prompt, new modules from their templates, Save As,
+// and the folder chooser's listing, type detection and OK.
+#include "AppFixture.h"
+
+#include "app/FolderNames.h"
+#include "app/Workspace.h"
+
+namespace lumora::test {
+namespace {
+
+const std::string kForbidden = "You cannot use the following characters:\r\n"
+                               "                   / \\ : * ? \" < > |";
+
+class WorkspaceTest : public AppTest {
+  protected:
+    void SetUp() override {
+        AppTest::SetUp();
+        makeTemplates();
+        fs::create_directories(workspace);
+    }
+    std::string sep() const { return std::string(1, kSep); }
+};
+
+TEST_F(WorkspaceTest, ExistingWorkspaceAsksNothing) {
+    EXPECT_TRUE(EnsureWorkspace(session()));
+    EXPECT_TRUE(prompt.messages.empty());
+}
+
+TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnYes) {
+    fs::remove_all(workspace);
+    prompt.answer(Answer::Yes);
+    EXPECT_TRUE(EnsureWorkspace(session()));
+    EXPECT_TRUE(fs::is_directory(workspace));
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text,
+              "The \"MyContent\" folder does not exist.\r\nCreate a \"MyContent\" folder?");
+    EXPECT_EQ(prompt.messages[0].title, "Create MyContent");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
+}
+
+TEST_F(WorkspaceTest, MissingWorkspaceRefusedEndsTheProgram) {
+    fs::remove_all(workspace);
+    prompt.answer(Answer::No);
+    EXPECT_FALSE(EnsureWorkspace(session()));
+    EXPECT_FALSE(fs::exists(workspace));
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[1].text, "Cannot continue without \"MyContent\" folder.");
+    EXPECT_EQ(prompt.messages[1].title, "Error");
+}
+
+TEST(FolderNames, AnswerIsTrimmedAndBlanksBecomeUnderscores) {
+    EXPECT_EQ(folderNameFromAnswer("  My Course  "), "My_Course");
+    EXPECT_EQ(folderNameFromAnswer("a  b"), "a__b");
+    EXPECT_EQ(folderNameFromAnswer("   "), "");
+    EXPECT_EQ(folderNameFromAnswer("\tx"), "\tx"); // only blanks are trimmed
+}
+
+TEST(FolderNames, EveryForbiddenCharacterIsCaught) {
+    for (char c : std::string("\\/:*?\"<>|"))
+        EXPECT_TRUE(hasForbiddenFolderCharacter(std::string("a") + c + "b")) << c;
+    EXPECT_FALSE(hasForbiddenFolderCharacter("Course-1.(old)_x"));
+    EXPECT_EQ(forbiddenCharactersMessage(), kForbidden);
+}
+
+TEST(FolderNames, RewriteTouchesOnlyWholeFolderSegments) {
+    const std::string s(1, kSep);
+    const std::string text = "<IMG src=\"" + s + "w" + s + "Course1" + s + "images" + s +
+                             "a.gif\"> Course1 " + s + "Course10" + s + " " + s + "course1" + s;
+    EXPECT_EQ(rewriteFolderReferences(text, "Course1", "Copy1"),
+              "<IMG src=\"" + s + "w" + s + "Copy1" + s + "images" + s + "a.gif\"> Course1 " + s +
+                  "Course10" + s + " " + s + "course1" + s);
+}
+
+TEST_F(WorkspaceTest, PromptAcceptsTrimmedName) {
+    session().NewModuleType = "Lesson";
+    prompt.type("  My Course  ");
+    EXPECT_EQ(PromptFolderName(session()), "My_Course");
+    ASSERT_EQ(prompt.asked.size(), 1u);
+    EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Lesson.");
+    EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
+    EXPECT_EQ(prompt.asked[0].defaultText, "");
+}
+
+TEST_F(WorkspaceTest, PromptRefusesBadAndTakenNamesAndAsksAgain) {
+    fs::create_directories(workspace / "Course1");
+    session().NewModuleType = "Survey";
+    prompt.type("a/b");
+    prompt.type(" Course1 ");
+    prompt.type("Fresh");
+    EXPECT_EQ(PromptFolderName(session()), "Fresh");
+    EXPECT_EQ(prompt.asked.size(), 3u);
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[0].text, kForbidden);
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_EQ(prompt.messages[1].text, "Course1 already exists.\r\nYou must use a unique name.");
+    EXPECT_EQ(prompt.messages[1].title, "Error");
+}
+
+TEST_F(WorkspaceTest, PromptCancelAndBlankAnswerReturnEmpty) {
+    session().NewModuleType = "Lesson";
+    prompt.type(std::nullopt);
+    EXPECT_EQ(PromptFolderName(session()), "");
+    prompt.type("    ");
+    EXPECT_EQ(PromptFolderName(session()), "");
+    EXPECT_TRUE(prompt.messages.empty());
+}
+
+TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndLoadsIt) {
+    prompt.type("My Course");
+    ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
+    const fs::path folder = workspace / "My_Course";
+    EXPECT_TRUE(fs::is_regular_file(folder / "lessonframeset.html"));
+    EXPECT_TRUE(fs::is_regular_file(folder / "images" / "logo.gif"));
+    EXPECT_TRUE(fs::is_directory(folder / "media"));
+    const CourseModule& m = session().module;
+    EXPECT_EQ(m.moduleType, "Lesson");
+    EXPECT_EQ(m.folderName, "My_Course");
+    EXPECT_EQ(m.ModuleFolder, folder.string());
+    EXPECT_EQ(m.templateFolder, (install / "Templates" / "Lesson").string());
+    EXPECT_EQ(m.modTitle, "Template Lesson");
+    ASSERT_FALSE(m.pages.empty());
+    EXPECT_EQ(m.pages[0].title, "First");
+    EXPECT_TRUE(session().ModuleLoaded);
+    EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
+}
+
+TEST_F(WorkspaceTest, NewModuleFolderCancelledChangesNothing) {
+    session().module.modTitle = "Open module";
+    EXPECT_FALSE(NewModuleFolder(session(), "Evaluation"));
+    EXPECT_EQ(session().module.modTitle, "Open module");
+    EXPECT_EQ(session().NewModuleType, "Evaluation");
+    EXPECT_TRUE(fs::is_empty(workspace));
+}
+
+TEST_F(WorkspaceTest, NewModuleFolderWithMissingTemplateReportsAndLeavesNothing) {
+    fs::remove_all(install / "Templates" / "Survey");
+    session().module.modTitle = "Open module";
+    prompt.type("S1");
+    EXPECT_FALSE(NewModuleFolder(session(), "Survey"));
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_NE(prompt.messages[0].text.find((install / "Templates" / "Survey").string()),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(workspace / "S1"));
+    EXPECT_EQ(session().module.modTitle, "Open module");
+}
+
+TEST_F(WorkspaceTest, SaveAsCopiesTheFolderAndRewritesContentPaths) {
+    prompt.type("Course1");
+    ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
+    CourseModule& m = session().module;
+    const std::string oldImage =
+        workspace.string() + sep() + "Course1" + sep() + "images" + sep() + "a.gif";
+    const std::string newImage =
+        workspace.string() + sep() + "Copy1" + sep() + "images" + sep() + "a.gif";
+    m.pages[0].content = "<IMG src=\"" + oldImage + "\">";
+    m.questions[0].questionText = "<IMG src=\"" + oldImage + "\">";
+    m.questions[0].rationale = oldImage;
+    m.glossary[0].definition = oldImage;
+
+    prompt.type("Copy1");
+    ASSERT_TRUE(SaveModuleAs(session()));
+    EXPECT_EQ(prompt.asked.back().title, "New Lesson Folder");
+    EXPECT_TRUE(fs::is_regular_file(workspace / "Copy1" / "lessonframeset.html"));
+    EXPECT_TRUE(fs::is_directory(workspace / "Course1"));
+    EXPECT_EQ(m.folderName, "Copy1");
+    EXPECT_EQ(m.ModuleFolder, (workspace / "Copy1").string());
+    EXPECT_EQ(session().StylesheetPath, (workspace / "Copy1" / "css" / "camstyle.css").string());
+    EXPECT_EQ(m.pages[0].content, "<IMG src=\"" + newImage + "\">");
+    EXPECT_EQ(m.questions[0].questionText, "<IMG src=\"" + newImage + "\">");
+    EXPECT_EQ(m.questions[0].rationale, oldImage);
+    EXPECT_EQ(m.glossary[0].definition, oldImage);
+}
+
+TEST_F(WorkspaceTest, SaveAsCancelledOrFailedKeepsTheOldFolder) {
+    prompt.type("Course1");
+    ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
+    EXPECT_FALSE(SaveModuleAs(session()));
+
+    // The module's folder vanished under it: the copy fails, the module still points home.
+    fs::remove_all(workspace / "Course1");
+    prompt.type("Copy2");
+    EXPECT_FALSE(SaveModuleAs(session()));
+    EXPECT_EQ(session().module.folderName, "Course1");
+    EXPECT_EQ(session().module.ModuleFolder, (workspace / "Course1").string());
+    EXPECT_FALSE(fs::exists(workspace / "Copy2"));
+    ASSERT_FALSE(prompt.messages.empty());
+    EXPECT_EQ(prompt.messages.back().title, "Error");
+}
+
+TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrder) {
+    writeBytes(workspace / "Both" / "poolframeset.html", "");
+    writeBytes(workspace / "Both" / "lessonframeset.html", "");
+    writeBytes(workspace / "Pool" / "poolframeset.html", "");
+    writeBytes(workspace / "PoolSurvey" / "surveyframeset.html", "");
+    writeBytes(workspace / "PoolSurvey" / "poolframeset.html", "");
+    writeBytes(workspace / "Surv" / "surveyframeset.html", "");
+    fs::create_directories(workspace / "Plain");
+    fs::create_directories(workspace / "Fake" / "lessonframeset.html"); // a folder, not a file
+    EXPECT_EQ(moduleTypeSuffix((workspace / "Both").string()), " (L)");
+    EXPECT_EQ(moduleTypeSuffix((workspace / "Pool").string()), " (E)");
+    EXPECT_EQ(moduleTypeSuffix((workspace / "PoolSurvey").string()), " (E)");
+    EXPECT_EQ(moduleTypeSuffix((workspace / "Surv").string()), " (S)");
+    EXPECT_EQ(moduleTypeSuffix((workspace / "Plain").string()), "");
+    EXPECT_EQ(moduleTypeSuffix((workspace / "Fake").string()), "");
+}
+
+TEST_F(WorkspaceTest, ListingSortsByNameAndSkipsFoldersWithoutFrameset) {
+    writeBytes(workspace / "beta" / "lessonframeset.html", "");
+    writeBytes(workspace / "Alpha" / "surveyframeset.html", "");
+    writeBytes(workspace / "gamma" / "poolframeset.html", "");
+    fs::create_directories(workspace / "Named (L)");
+    writeBytes(workspace / "loose.html", "");
+    writeBytes(workspace / "lessonframeset.html", "");
+    EXPECT_EQ(listModuleFolders(workspace.string()),
+              (std::vector<std::string>{"Alpha (S)", "beta (L)", "gamma (E)"}));
+    EXPECT_EQ(countSubfolders(workspace.string()), 4u);
+    EXPECT_TRUE(listModuleFolders((root / "nowhere").string()).empty());
+    EXPECT_EQ(countSubfolders((root / "nowhere").string()), 0u);
+}
+
+TEST_F(WorkspaceTest, OpenEntryWithoutSelectionShowsMessage) {
+    EXPECT_FALSE(OpenModuleEntry(session(), ""));
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text, "You must choose a folder or click \"Cancel\"");
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+}
+
+TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntry) {
+    prompt.type("Quiz One");
+    ASSERT_TRUE(NewModuleFolder(session(), "Evaluation"));
+    session().ResetModule();
+    const auto entries = listModuleFolders(workspace.string());
+    ASSERT_EQ(entries, std::vector<std::string>{"Quiz_One (E)"});
+    ASSERT_TRUE(OpenModuleEntry(session(), entries[0]));
+    EXPECT_EQ(session().module.moduleType, "Evaluation");
+    EXPECT_EQ(session().module.folderName, "Quiz_One");
+    EXPECT_EQ(session().module.modTitle, "Template Evaluation");
+}
+
+TEST_F(WorkspaceTest, OpenEntryWithUnknownTagRefusesThroughTheLoader) {
+    EXPECT_FALSE(OpenModuleEntry(session(), "Thing (x)"));
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text, "No Module is in memory");
+    EXPECT_EQ(moduleTypeForTag("(l)"), "Lesson");
+    EXPECT_EQ(moduleTypeForTag("(e)"), "Evaluation");
+    EXPECT_EQ(moduleTypeForTag("(s)"), "Survey");
+}
+
+TEST_F(WorkspaceTest, OpenEntryWithMissingScriptsReportsTheFile) {
+    writeBytes(workspace / "Broken" / "surveyframeset.html", "");
+    EXPECT_FALSE(OpenModuleEntry(session(), "Broken (S)"));
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_NE(prompt.messages[0].text.find("inc_Objectives.js"), std::string::npos);
+}
+
+} // namespace
+} // namespace lumora::test
