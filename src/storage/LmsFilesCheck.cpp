@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 
 struct ManifestFacts {
     bool hasManifestRoot = false;
+    std::optional<std::string> schema;
     std::optional<std::string> schemaversion;
     std::optional<std::string> defaultOrganization;
     std::set<std::string> organizations;
@@ -54,9 +55,12 @@ ManifestFacts readFacts(const std::vector<XmlToken>& tokens) {
             continue;
         const std::string name(localName(t.name));
         if (t.kind == XmlToken::Kind::End) {
-            // The package's own schemaversion is the one directly in manifest/metadata.
-            if (name == "schemaversion" && open.size() == 3 && open[0] == "manifest" &&
-                open[1] == "metadata")
+            // The package's own schema and version are the ones directly in manifest/metadata.
+            const bool inPackageMetadata =
+                open.size() == 3 && open[0] == "manifest" && open[1] == "metadata";
+            if (inPackageMetadata && name == "schema")
+                facts.schema = trimmed(text);
+            if (inPackageMetadata && name == "schemaversion")
                 facts.schemaversion = trimmed(text);
             if (!open.empty())
                 open.pop_back();
@@ -134,6 +138,9 @@ std::vector<std::string> checkPackageFolder(const std::string& folder) {
         return problems;
     }
 
+    // The schemas take any short text here; an LMS takes only these.
+    if (facts.schema && *facts.schema != "ADL SCORM")
+        problems.push_back("schema is \"" + *facts.schema + "\", not \"ADL SCORM\"");
     if (!facts.schemaversion)
         problems.push_back("schemaversion is missing");
     else if (*facts.schemaversion != "1.2")

@@ -311,6 +311,8 @@ TEST(LmsFilesFolder, CheckFindsWhatTheSchemasMissInsideTheManifest) {
         return checkPackageFolder(m.ModuleFolder);
     };
 
+    EXPECT_EQ(edited("<schema>ADL SCORM<", "<schema>IMS Content<"),
+              std::vector<std::string>{"schema is \"IMS Content\", not \"ADL SCORM\""});
     EXPECT_EQ(edited("<schemaversion>1.2<", "<schemaversion>1.3<"),
               std::vector<std::string>{"schemaversion is \"1.3\", not \"1.2\""});
     EXPECT_EQ(edited("default=\"" + id + "-ORG\"", "default=\"ORG9\""),
