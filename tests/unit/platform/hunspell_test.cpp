@@ -1,0 +1,115 @@
+// The Hunspell engine as start-up prepares it over the staged spelling folder: the standard
+// dictionary doubts misspelt words and suggests, the legal list adds its terms, markup is
+// skipped on request and added words reach the user dictionary.
+#include "app/Startup.h"
+#include "platform/HunspellEngine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <unistd.h>
+
+namespace lumora {
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kStagedSpelling = fs::path(LUMORA_DIST_DIR) / "app" / "spelling";
+
+std::string readAll(const fs::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+class HunspellTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (!fs::exists(kStagedSpelling / "en_US.dic"))
+            GTEST_SKIP() << "the standard dictionary is not staged";
+        folder = fs::temp_directory_path() / ("lumora-spell-" + std::to_string(::getpid()));
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+    void TearDown() override {
+        std::error_code ec;
+        fs::remove_all(folder, ec);
+    }
+    // A spelling folder holding the named files from the staged one.
+    void take(std::initializer_list<const char*> names) {
+        for (const char* name : names)
+            fs::copy_file(kStagedSpelling / name, folder / name);
+    }
+    std::string prepare() { return prepareSpellingEngine(engine, folder.string()); }
+
+    fs::path folder;
+    HunspellEngine engine;
+};
+
+TEST_F(HunspellTest, StandardDictionaryFlagsMisspeltWordsAndSuggests) {
+    take({"en_US.aff", "en_US.dic"});
+    EXPECT_EQ(prepare(), "en_US.dic");
+    ASSERT_TRUE(engine.available());
+    EXPECT_TRUE(engine.check("module"));
+    EXPECT_TRUE(engine.check("Training"));
+    EXPECT_FALSE(engine.check("modulle"));
+    const auto suggestions = engine.suggest("modulle");
+    EXPECT_NE(std::find(suggestions.begin(), suggestions.end(), "module"), suggestions.end());
+}
+
+TEST_F(HunspellTest, LegalListAddsItsTerms) {
+    take({"en_US.aff", "en_US.dic"});
+    prepare();
+    ASSERT_FALSE(engine.check("remittitur"));
+
+    take({"legal.dic"});
+    EXPECT_EQ(prepare(), "en_US.dic,legal.dic");
+    EXPECT_TRUE(engine.check("remittitur"));
+    EXPECT_TRUE(engine.check("Remittitur")); // capitalised at a sentence start
+    EXPECT_EQ(engine.loadedFiles(), (std::vector<std::string>{"en_US.dic", "legal.dic"}));
+}
+
+TEST_F(HunspellTest, MarkupIsSkippedOnlyWithTheOption) {
+    take({"en_US.aff", "en_US.dic"});
+    prepare(); // sets option 0x200000
+    EXPECT_TRUE(engine.check("<BLOCKQUOTE>"));
+    EXPECT_TRUE(engine.check("&nbsp;"));
+    EXPECT_FALSE(engine.check("<"));
+    engine.setOption(0x200000, 0);
+    EXPECT_FALSE(engine.check("&nbsp;"));
+}
+
+TEST_F(HunspellTest, AddedWordsAreAcceptedAndKeptInTheUserDictionary) {
+    take({"en_US.aff", "en_US.dic", "userdic.dic"});
+    prepare();
+    ASSERT_FALSE(engine.check("Lumoran"));
+    engine.addToUserDictionary("Lumoran");
+    engine.addToUserDictionary("zorbling");
+    EXPECT_TRUE(engine.check("Lumoran"));
+    EXPECT_EQ(readAll(folder / "userdic.dic"), "2\nLumoran\nzorbling\n");
+
+    // A fresh engine reads them back from the user dictionary.
+    HunspellEngine again;
+    prepareSpellingEngine(again, folder.string());
+    EXPECT_TRUE(again.check("zorbling"));
+}
+
+TEST_F(HunspellTest, WithoutDictionariesNothingIsDoubted) {
+    EXPECT_EQ(prepare(), "");
+    EXPECT_FALSE(engine.available());
+    EXPECT_TRUE(engine.check("modulle"));
+    EXPECT_TRUE(engine.suggest("modulle").empty());
+}
+
+TEST(MarkupTokens, TagsAndEntities) {
+    EXPECT_TRUE(isMarkupToken("<P>"));
+    EXPECT_TRUE(isMarkupToken("&amp;"));
+    EXPECT_FALSE(isMarkupToken("&;"));
+    EXPECT_FALSE(isMarkupToken("word"));
+    EXPECT_FALSE(isMarkupToken("<word"));
+}
+
+} // namespace
+} // namespace lumora
