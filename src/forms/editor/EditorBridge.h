@@ -1,0 +1,28 @@
+// The object the editor's JavaScript sees over the web channel as "lumoraBridge": the shell
+// announces itself ready, and every author edit arrives as a push of the whole body HTML.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+namespace lumora {
+
+class EditorBridge : public QObject {
+    Q_OBJECT
+  public:
+    using QObject::QObject;
+
+  public slots:
+    void shellReady() { emit shellReadyReceived(); }
+    // generation tells which setContent the document was showing, so a push that was on its
+    // way while new content was being set is dropped rather than stored into the wrong item.
+    void contentChanged(int generation, const QString& html) {
+        emit contentPushed(generation, html);
+    }
+
+  signals:
+    void shellReadyReceived();
+    void contentPushed(int generation, const QString& html);
+};
+
+} // namespace lumora

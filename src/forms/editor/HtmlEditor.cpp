@@ -1,0 +1,190 @@
+// The HTML editing widget: shell loading, the content generation handshake with editor.js,
+// and the push of author edits.
+#include "forms/editor/HtmlEditor.h"
+
+#include "forms/editor/EditorBridge.h"
+#include "forms/editor/EditorPage.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <QWebChannel>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+// Resources of a static library must be registered by hand; outside the namespace by rule.
+static void initEditorResources() {
+    Q_INIT_RESOURCE(editor);
+}
+
+namespace lumora {
+
+namespace {
+
+QString readResource(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qWarning("HtmlEditor: resource %s is missing", qPrintable(path));
+        return {};
+    }
+    return QString::fromUtf8(file.readAll());
+}
+
+QWebEngineScript mainWorldScript(const QString& name, const QString& source) {
+    QWebEngineScript script;
+    script.setName(name);
+    script.setSourceCode(source);
+    // The main world, so that the page's own objects and the channel transport are shared;
+    // at document creation, so that it works whatever the document's origin.
+    script.setWorldId(QWebEngineScript::MainWorld);
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setRunsOnSubFrames(false);
+    return script;
+}
+
+// The document the content lives in. The content security policy forbids every script of
+// the page itself: inline handlers such as a term link's onClick, javascript: addresses and
+// script elements stay text. Our own scripts are injected by the view and are not affected.
+QString shellHtml(const QString& stylesheetPath) {
+    QString head = QStringLiteral(
+        "<meta charset=\"utf-8\">"
+        "<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
+        "object-src 'none'; frame-src 'none'; child-src 'none'; form-action 'none'\">");
+    if (!stylesheetPath.isEmpty()) {
+        head += QStringLiteral("<link rel=\"stylesheet\" type=\"text/css\" href=\"%1\">")
+                    .arg(QUrl::fromLocalFile(stylesheetPath).toString().toHtmlEscaped());
+    }
+    return QStringLiteral("<html data-lumora-editor><head>%1</head>"
+                          "<body contenteditable=\"true\"></body></html>")
+        .arg(head);
+}
+
+} // namespace
+
+HtmlEditor::HtmlEditor(QWidget* parent) : QWidget(parent) {
+    initEditorResources();
+
+    m_view = new QWebEngineView(this);
+    m_page = new EditorPage(m_view);
+    m_view->setPage(m_page);
+
+    QWebEngineSettings* settings = m_page->settings();
+    settings->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, true);
+    settings->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
+    settings->setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, true);
+    settings->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
+
+    m_bridge = new EditorBridge(this);
+    m_channel = new QWebChannel(this);
+    m_channel->registerObject(QStringLiteral("lumoraBridge"), m_bridge);
+    m_page->setWebChannel(m_channel, QWebEngineScript::MainWorld);
+
+    m_page->scripts().insert(
+        mainWorldScript(QStringLiteral("qwebchannel"),
+                        readResource(QStringLiteral(":/qtwebchannel/qwebchannel.js"))));
+    m_page->scripts().insert(
+        mainWorldScript(QStringLiteral("lumora-editor"),
+                        readResource(QStringLiteral(":/lumora/editor/editor.js"))));
+
+    connect(m_bridge, &EditorBridge::shellReadyReceived, this, &HtmlEditor::onShellReady);
+    connect(m_bridge, &EditorBridge::contentPushed, this, &HtmlEditor::onContentPushed);
+    connect(qApp, &QApplication::focusChanged, this, &HtmlEditor::onFocusChanged);
+    connect(m_page, &QWebEnginePage::loadStarted, this, [this] { m_shellReady = false; });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_view);
+    setFocusProxy(m_view);
+}
+
+HtmlEditor::~HtmlEditor() = default;
+
+void HtmlEditor::setContent(const QString& editorHtml, const QString& stylesheetPath,
+                            const QString& baseFolder) {
+    m_bodyHtml = editorHtml;
+    m_stylesheetPath = stylesheetPath;
+    m_baseFolder = baseFolder;
+    m_loaded = false;
+    m_contentPending = true;
+    ++m_generation; // pushes of the previous content are stale from now on
+
+    const QString key = stylesheetPath + QLatin1Char('\n') + baseFolder;
+    if (key != m_shellKey) {
+        m_shellKey = key;
+        loadShell();
+    } else if (m_shellReady) {
+        applyPendingContent();
+    }
+    // Otherwise the shell is still loading; onShellReady applies the content.
+}
+
+void HtmlEditor::loadShell() {
+    m_shellReady = false;
+    QString base = m_baseFolder;
+    if (!base.endsWith(QLatin1Char('/'))) {
+        base += QLatin1Char('/');
+    }
+    m_page->expectShellLoad();
+    m_page->setHtml(shellHtml(m_stylesheetPath), QUrl::fromLocalFile(base));
+}
+
+void HtmlEditor::onShellReady() {
+    m_shellReady = true;
+    if (m_contentPending) {
+        applyPendingContent();
+    }
+}
+
+void HtmlEditor::applyPendingContent() {
+    m_contentPending = false;
+    const int generation = m_generation;
+    m_page->runJavaScript(callScript(QStringLiteral("setBody"), {m_bodyHtml, generation}),
+                          QWebEngineScript::MainWorld, [this, generation](const QVariant&) {
+                              if (generation != m_generation) {
+                                  return;
+                              }
+                              m_loaded = true;
+                              emit loaded();
+                          });
+}
+
+void HtmlEditor::onContentPushed(int generation, const QString& html) {
+    if (generation != m_generation || !m_loaded) {
+        return;
+    }
+    m_bodyHtml = html;
+    emit contentChanged(html);
+}
+
+void HtmlEditor::execCommand(const QString& command, const QString& value) {
+    runJavaScript(callScript(QStringLiteral("execCommand"), {command, value}));
+}
+
+void HtmlEditor::runJavaScript(const QString& js, std::function<void(const QVariant&)> done) {
+    if (done) {
+        m_page->runJavaScript(js, QWebEngineScript::MainWorld, std::move(done));
+    } else {
+        m_page->runJavaScript(js, QWebEngineScript::MainWorld);
+    }
+}
+
+QString HtmlEditor::callScript(const QString& function, const QVariantList& arguments) {
+    const QByteArray json =
+        QJsonDocument(QJsonArray::fromVariantList(arguments)).toJson(QJsonDocument::Compact);
+    return QStringLiteral("window.lumoraEditor.%1.apply(window.lumoraEditor, %2)")
+        .arg(function, QString::fromUtf8(json));
+}
+
+void HtmlEditor::onFocusChanged(QWidget*, QWidget* now) {
+    if (now && (now == m_view || m_view->isAncestorOf(now))) {
+        emit focusReceived();
+    }
+}
+
+} // namespace lumora

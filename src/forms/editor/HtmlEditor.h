@@ -1,0 +1,79 @@
+// The HTML editing widget: a web view whose document body is editable, driven by our own
+// JavaScript (editor.js) through a web channel. It keeps the body HTML that the author's last
+// edit produced, serialised in the classic dialect, so that storing the editor's content is
+// a synchronous read.
+#pragma once
+
+#include <QString>
+#include <QVariant>
+#include <QWidget>
+
+#include <functional>
+
+class QWebChannel;
+class QWebEngineView;
+
+namespace lumora {
+
+class EditorBridge;
+class EditorPage;
+
+class HtmlEditor : public QWidget {
+    Q_OBJECT
+  public:
+    explicit HtmlEditor(QWidget* parent = nullptr);
+    ~HtmlEditor() override;
+
+    // Shows editor-form content (absolute local media paths, activity placeholder images)
+    // with the module's stylesheet attached. baseFolder is the module folder; relative and
+    // absolute local paths load from it. Does not emit contentChanged.
+    void setContent(const QString& editorHtml, const QString& stylesheetPath,
+                    const QString& baseFolder);
+
+    // The content as last given to setContent, or as the author's last edit left it.
+    QString bodyHtml() const { return m_bodyHtml; }
+    bool isLoaded() const { return m_loaded; }
+
+    // Runs an editing command ("Bold", "FontName", "ForeColor", ...) on the selection; the
+    // resulting content is pushed back as contentChanged when it changed anything.
+    void execCommand(const QString& command, const QString& value = {});
+
+    // Runs JavaScript in the editor's document, where window.lumoraEditor offers the
+    // selection operations (selectionType, selectionHTML, pasteHTML, clearSelection,
+    // queryCommandValue).
+    void runJavaScript(const QString& js, std::function<void(const QVariant&)> done = {});
+
+    // JavaScript source that calls lumoraEditor.<function> with the given arguments, each
+    // passed as a JSON value so that any text arrives unchanged.
+    static QString callScript(const QString& function, const QVariantList& arguments);
+
+    QWebEngineView* view() const { return m_view; }
+
+  signals:
+    void contentChanged(const QString& bodyHtml);
+    void loaded();
+    void focusReceived();
+
+  private:
+    void loadShell();
+    void applyPendingContent();
+    void onShellReady();
+    void onContentPushed(int generation, const QString& html);
+    void onFocusChanged(QWidget* old, QWidget* now);
+
+    QWebEngineView* m_view = nullptr;
+    EditorPage* m_page = nullptr;
+    QWebChannel* m_channel = nullptr;
+    EditorBridge* m_bridge = nullptr;
+
+    QString m_bodyHtml;
+    QString m_stylesheetPath;
+    QString m_baseFolder;
+    QString m_shellKey; // stylesheet and base of the shell that is loaded or loading
+    bool m_shellReady = false;
+    bool m_loaded = false;
+    bool m_contentPending = false;
+    int m_generation = 0;
+};
+
+} // namespace lumora

@@ -1,0 +1,353 @@
+// The document side of HtmlEditor: it owns the editable body, serialises it in the classic
+// dialect the module's string contracts rely on, and pushes every author edit to C++.
+//
+// The classic editing control returned upper-case element names and attribute names as they
+// were written; the code that renumbers links and activity placeholders searches for exactly
+// those spellings ("<A href=\"page3.html\"", "QAndAStart.gif\">3<IMG"). The browser lower-cases
+// attribute names and has its own serialiser, so this file serialises the DOM itself:
+//   - element names upper-case, void elements without an end tag (<IMG ...>, <BR>);
+//   - attribute names as first written in the HTML we were given (a pre-scan remembers them);
+//   - every attribute value in double quotes: a bare value such as language=JavaScript comes
+//     back as language="JavaScript", and border=0 as border="0";
+//   - text escaped as the browser does (&amp; &lt; &gt; &nbsp;); script and style text raw;
+//   - line breaks as CR LF, as the classic control wrote them: the HTML parser turns the CR LF
+//     of a page file into LF, and a lone LF would break the script literal of a question.
+(function () {
+    'use strict';
+    if (window.lumoraEditor) {
+        return;
+    }
+
+    const VOID_ELEMENTS = new Set(['AREA', 'BASE', 'BASEFONT', 'BGSOUND', 'BR', 'COL', 'EMBED',
+        'FRAME', 'HR', 'IMG', 'INPUT', 'KEYGEN', 'LINK', 'META', 'PARAM', 'SOURCE', 'TRACK', 'WBR']);
+    const RAW_TEXT_ELEMENTS = new Set(['SCRIPT', 'STYLE', 'XMP', 'IFRAME', 'NOEMBED', 'NOFRAMES',
+        'PLAINTEXT', 'NOSCRIPT']);
+    const CONTROL_ELEMENTS = new Set(['IMG', 'TABLE']);
+    const STATE_COMMANDS = /^(bold|italic|underline|strikethrough|subscript|superscript|insertorderedlist|insertunorderedlist|justifyleft|justifycenter|justifyright|justifyfull)$/i;
+    const COLOR_COMMANDS = /^(forecolor|backcolor|hilitecolor)$/i;
+
+    // ---- attribute spellings -------------------------------------------------------------
+    // Keyed "tag attr" first (an onClick on links), then "attr" alone; the first spelling seen
+    // wins. Attributes the browser adds itself have no entry and keep the DOM's spelling.
+    let spellings = new Map();
+    let bareAttributes = new Set(); // "tag attr" written without a value (<TD nowrap>)
+
+    function learnSpellings(html) {
+        const tagPattern = /<([A-Za-z][^\s\/>]*)((?:[^>"']|"[^"]*"|'[^']*')*)>/g;
+        const attributePattern = /([^\s"'>\/=]+)(\s*=\s*(?:"[^"]*"|'[^']*'|[^\s"'>]+))?/g;
+        let tag;
+        while ((tag = tagPattern.exec(html)) !== null) {
+            const tagName = tag[1].toLowerCase();
+            let attribute;
+            attributePattern.lastIndex = 0;
+            while ((attribute = attributePattern.exec(tag[2])) !== null) {
+                const written = attribute[1];
+                const lower = written.toLowerCase();
+                const key = tagName + ' ' + lower;
+                if (!spellings.has(key)) {
+                    spellings.set(key, written);
+                }
+                if (!spellings.has(lower)) {
+                    spellings.set(lower, written);
+                }
+                if (attribute[2] === undefined) {
+                    bareAttributes.add(key);
+                }
+            }
+        }
+    }
+
+    function attributeName(tagName, domName) {
+        return spellings.get(tagName + ' ' + domName) || spellings.get(domName) || domName;
+    }
+
+    // ---- serialiser ----------------------------------------------------------------------
+    function escapeText(text) {
+        return text.replace(/&/g, '&amp;').replace(/</g, '&lt;').replace(/>/g, '&gt;')
+            .replace(/\u00a0/g, '&nbsp;').replace(/\r?\n/g, '\r\n');
+    }
+
+    function escapeAttribute(value) {
+        return value.replace(/&/g, '&amp;').replace(/"/g, '&quot;').replace(/\u00a0/g, '&nbsp;')
+            .replace(/\r?\n/g, '\r\n');
+    }
+
+    function serializeElement(element) {
+        const tag = element.tagName.toUpperCase();
+        const tagName = tag.toLowerCase();
+        let out = '<' + tag;
+        for (const attribute of element.attributes) {
+            const key = tagName + ' ' + attribute.name;
+            out += ' ' + attributeName(tagName, attribute.name);
+            if (!(attribute.value === '' && bareAttributes.has(key))) {
+                out += '="' + escapeAttribute(attribute.value) + '"';
+            }
+        }
+        out += '>';
+        if (VOID_ELEMENTS.has(tag)) {
+            return out;
+        }
+        const children = tag === 'TEMPLATE' ? element.content : element;
+        return out + serializeChildren(children, RAW_TEXT_ELEMENTS.has(tag)) + '</' + tag + '>';
+    }
+
+    function serializeNode(node, rawText) {
+        switch (node.nodeType) {
+        case Node.ELEMENT_NODE:
+            return serializeElement(node);
+        case Node.TEXT_NODE:
+            return rawText ? node.data.replace(/\r?\n/g, '\r\n') : escapeText(node.data);
+        case Node.COMMENT_NODE:
+            return '<!--' + node.data + '-->';
+        case Node.DOCUMENT_FRAGMENT_NODE:
+            return serializeChildren(node, false);
+        default:
+            return '';
+        }
+    }
+
+    function serializeChildren(parent, rawText) {
+        let out = '';
+        for (let child = parent.firstChild; child; child = child.nextSibling) {
+            out += serializeNode(child, rawText);
+        }
+        return out;
+    }
+
+    function bodyHTML() {
+        return serializeChildren(document.body, false);
+    }
+
+    // ---- the channel to C++ --------------------------------------------------------------
+    let bridge = null;
+    let generation = 0;   // which setContent the document shows; C++ drops stale pushes
+    let lastPushed = null; // the serialisation last known to C++ (the baseline after setBody)
+    let applyingCommand = false;
+
+    function push() {
+        const html = bodyHTML();
+        if (html === lastPushed) {
+            return;
+        }
+        lastPushed = html;
+        if (bridge) {
+            bridge.contentChanged(generation, html);
+        }
+    }
+
+    // ---- selection -----------------------------------------------------------------------
+    function currentRange() {
+        const selection = window.getSelection();
+        if (!selection || selection.rangeCount === 0) {
+            return null;
+        }
+        const range = selection.getRangeAt(0);
+        return document.body.contains(range.commonAncestorContainer) ? range : null;
+    }
+
+    // An image or table selected whole: the classic control's "Control" selection.
+    function controlElement(range) {
+        if (!range || range.collapsed || range.startContainer !== range.endContainer ||
+            range.startContainer.nodeType !== Node.ELEMENT_NODE ||
+            range.endOffset - range.startOffset !== 1) {
+            return null;
+        }
+        const node = range.startContainer.childNodes[range.startOffset];
+        return node && node.nodeType === Node.ELEMENT_NODE && CONTROL_ELEMENTS.has(node.tagName)
+            ? node : null;
+    }
+
+    function selectNode(node) {
+        const range = document.createRange();
+        range.selectNode(node);
+        const selection = window.getSelection();
+        selection.removeAllRanges();
+        selection.addRange(range);
+    }
+
+    function rangeOrEndOfBody() {
+        const range = currentRange();
+        if (range) {
+            return range;
+        }
+        const end = document.createRange();
+        end.selectNodeContents(document.body);
+        end.collapse(false);
+        return end;
+    }
+
+    function colorNumberToHex(number) {
+        const red = number & 0xff;
+        const green = (number >> 8) & 0xff;
+        const blue = (number >> 16) & 0xff;
+        return '#' + [red, green, blue].map(c => c.toString(16).padStart(2, '0')).join('');
+    }
+
+    function colorToNumber(text) {
+        const rgb = /rgba?\(\s*(\d+)\s*,\s*(\d+)\s*,\s*(\d+)/.exec(String(text));
+        if (rgb) {
+            return Number(rgb[1]) + 256 * Number(rgb[2]) + 65536 * Number(rgb[3]);
+        }
+        const hex = /^#([0-9a-f]{2})([0-9a-f]{2})([0-9a-f]{2})$/i.exec(String(text));
+        if (hex) {
+            return parseInt(hex[1], 16) + 256 * parseInt(hex[2], 16) + 65536 * parseInt(hex[3], 16);
+        }
+        return null;
+    }
+
+    // ---- the operations C++ and later dialogs call ---------------------------------------
+    const editor = {
+        // Shows new content. innerHTML never runs the scripts it creates.
+        setBody(html, contentGeneration) {
+            generation = contentGeneration;
+            spellings = new Map();
+            bareAttributes = new Set();
+            learnSpellings(html);
+            document.body.innerHTML = html;
+            lastPushed = bodyHTML();
+            return true;
+        },
+
+        bodyHTML,
+
+        // Runs one editing command on the selection; errors of the command are swallowed as
+        // the classic control's were. Colour commands also accept the platform's colour
+        // number (0x00BBGGRR).
+        execCommand(command, value) {
+            let argument = value === undefined || value === null || value === '' ? null : value;
+            if (COLOR_COMMANDS.test(command) && /^\d+$/.test(String(argument))) {
+                argument = colorNumberToHex(Number(argument));
+            }
+            let done = false;
+            applyingCommand = true;
+            try {
+                if (!currentRange()) {
+                    document.body.focus();
+                }
+                done = document.execCommand(command, false, argument);
+            } catch (e) {
+                done = false;
+            } finally {
+                applyingCommand = false;
+            }
+            push();
+            return done;
+        },
+
+        // True/false for the on/off commands, the platform's colour number for colours, the
+        // font name without quotes; null where the browser has no answer.
+        queryCommandValue(command) {
+            try {
+                if (STATE_COMMANDS.test(command)) {
+                    return document.queryCommandState(command);
+                }
+                const value = document.queryCommandValue(command);
+                if (COLOR_COMMANDS.test(command)) {
+                    return colorToNumber(value);
+                }
+                if (/^fontname$/i.test(command)) {
+                    return value ? value.replace(/^["']|["']$/g, '') : null;
+                }
+                return value === '' ? null : value;
+            } catch (e) {
+                return null;
+            }
+        },
+
+        selectionType() {
+            const range = currentRange();
+            if (!range) {
+                return 'None';
+            }
+            if (controlElement(range)) {
+                return 'Control';
+            }
+            return range.collapsed ? 'None' : 'Text';
+        },
+
+        // "Text": the selected fragment, untrimmed; "Control": the element, trimmed; else "".
+        selectionHTML() {
+            const range = currentRange();
+            if (!range || range.collapsed) {
+                return '';
+            }
+            const control = controlElement(range);
+            if (control) {
+                return serializeElement(control).trim();
+            }
+            return serializeNode(range.cloneContents(), false);
+        },
+
+        // Puts HTML in place of the selection (at the end of the body when nothing is
+        // selected) and leaves the caret after it. Parsed in a template, so no script runs.
+        pasteHTML(html) {
+            learnSpellings(html);
+            const range = rangeOrEndOfBody();
+            range.deleteContents();
+            const template = document.createElement('template');
+            template.innerHTML = html;
+            const last = template.content.lastChild;
+            range.insertNode(template.content);
+            if (last) {
+                range.setStartAfter(last);
+                range.collapse(true);
+                const selection = window.getSelection();
+                selection.removeAllRanges();
+                selection.addRange(range);
+            }
+            push();
+        },
+
+        // Removes what is selected (the classic selection's Clear).
+        clearSelection() {
+            const range = currentRange();
+            if (!range || range.collapsed) {
+                return;
+            }
+            range.deleteContents();
+            push();
+        },
+
+        selectNode,
+    };
+    window.lumoraEditor = editor;
+
+    // ---- events --------------------------------------------------------------------------
+    document.addEventListener('input', () => {
+        if (!applyingCommand) {
+            push();
+        }
+    }, true);
+
+    // A click on an image selects it whole, as the classic control did, so that image
+    // commands see a "Control" selection.
+    document.addEventListener('click', event => {
+        const target = event.target;
+        if (target && target.tagName === 'IMG' && document.body.contains(target)) {
+            selectNode(target);
+        }
+    }, true);
+
+    function connect() {
+        new QWebChannel(qt.webChannelTransport, channel => {
+            bridge = channel.objects.lumoraBridge;
+            bridge.shellReady();
+        });
+    }
+
+    function whenBodyExists() {
+        // Only the editor's own shell talks to C++; any other document the page may hold
+        // (the initial blank one) stays silent.
+        if (!document.documentElement.hasAttribute('data-lumora-editor')) {
+            return;
+        }
+        document.execCommand('styleWithCSS', false, false);
+        connect();
+    }
+
+    if (document.readyState === 'loading') {
+        document.addEventListener('DOMContentLoaded', whenBodyExists);
+    } else {
+        whenBodyExists();
+    }
+})();
