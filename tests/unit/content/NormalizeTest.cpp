@@ -2,9 +2,14 @@
 // nineteen characters turned into entities.
 #include "content/Normalize.h"
 
+#include "storage/TextUtil.h"
+
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -66,6 +71,61 @@ TEST(NormalizeHTML, LeavesOtherCharactersAndExistingEntitiesAlone) {
                                "\xC2\xA0\xC3\xA9\xC3\x96";
     EXPECT_EQ(normalizeHTML(others), others);
     EXPECT_EQ(normalizeHTML("&euro;\xE2\x82\xAC&amp;"), "&euro;&euro;&amp;");
+}
+
+// The table applied the plain way, one full replace-all pass per step in order.
+std::string normalizeStepByStep(std::string text) {
+    const std::vector<std::pair<std::string, std::string>> steps{
+        {"<STRONG>", "<b>"},
+        {"</STRONG>", "</b>"},
+        {"<EM>", "<i>"},
+        {"</EM>", "</i>"},
+        {"<br><TBODY><br><TR><br>", "<TR>"},
+        {"</TR><br><TR><br>", "</TR><TR>"},
+        {"</TBODY>", ""},
+        {"<P><TABLE", "<TABLE"},
+        {"</TABLE></P>", "</TABLE>"},
+        {"<br><P><br>", "<P>"},
+        {"\xE2\x82\xAC", "&euro;"},
+        {"\xE2\x80\xA0", "&dagger;"},
+        {"\xE2\x80\x94", "&mdash;"},
+        {"\xE2\x84\xA2", "&trade;"},
+        {"\xC2\xA2", "&cent;"},
+        {"\xC2\xA3", "&pound;"},
+        {"\xC2\xA5", "&yen;"},
+        {"\xC2\xA7", "&sect;"},
+        {"\xC2\xA9", "&copy;"},
+        {"\xC2\xAE", "&reg;"},
+        {"\xC2\xB0", "&deg;"},
+        {"\xC2\xB1", "&plusmn;"},
+        {"\xC2\xB5", "&micro;"},
+        {"\xC2\xB6", "&para;"},
+        {"\xC2\xBC", "&frac14;"},
+        {"\xC2\xBD", "&frac12;"},
+        {"\xC2\xBE", "&frac34;"},
+        {"\xC3\x97", "&times;"},
+        {"\xC3\xB7", "&divide;"}};
+    for (const auto& [find, replace] : steps)
+        text = replaceAll(std::move(text), find, replace);
+    return text;
+}
+
+TEST(NormalizeHTML, MatchesStepByStepReplacementOnArbitraryMarkup) {
+    // Fragments that build, split and overlap the patterns, plus stray UTF-8 bytes.
+    const std::vector<std::string> pieces{
+        "<",        "<STRONG>",     "</STRONG>", "<EM>",  "</EM>",    "STRONG>", "EM>",
+        "<br>",     "<TBODY>",      "<TR>",      "</TR>", "</TBODY>", "<P>",     "</P>",
+        "<TABLE",   "</TABLE>",     ">",         "x",     "/",        "\xE2",    "\x82",
+        "\xAC",     "\xE2\x80",     "\xA0",      "\x94",  "\xC2",     "\xC3",    "\xB7",
+        "\xC2\xA9", "\xE2\x84\xA2", "\xC3\x97",  "&euro;"};
+    std::mt19937 random(20240601);
+    std::uniform_int_distribution<std::size_t> pick(0, pieces.size() - 1);
+    for (int round = 0; round < 3000; ++round) {
+        std::string html;
+        for (int i = 0; i < 12; ++i)
+            html += pieces[pick(random)];
+        ASSERT_EQ(normalizeHTML(html), normalizeStepByStep(html)) << html;
+    }
 }
 
 TEST(BlankIfEmpty, OnlyTheThreeEmptyShapesBecomeEmpty) {
