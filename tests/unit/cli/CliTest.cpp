@@ -1,0 +1,290 @@
+// lumora-cli end to end: the staged program run on a temporary workspace, checked by its exit
+// status, its output and the files it leaves.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kCli = fs::path(LUMORA_DIST_DIR) / "lumora-cli";
+
+std::string readAll(const fs::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+void writeAll(const fs::path& p, const std::string& bytes) {
+    std::ofstream out(p, std::ios::binary | std::ios::trunc);
+    out << bytes;
+}
+
+std::string quoted(const std::string& s) {
+    std::string out = "'";
+    for (char c : s)
+        out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
+struct CliRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+class CliTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (!fs::exists(fs::path(LUMORA_DIST_DIR) / "Templates" / "Lesson"))
+            GTEST_SKIP() << "the templates are not staged";
+        static std::atomic<int> counter{0};
+        root = fs::temp_directory_path() /
+               ("lumora-cli-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+        fs::remove_all(root);
+        fs::create_directories(root);
+        workspace = root / "ws";
+    }
+    void TearDown() override {
+        std::error_code ec;
+        fs::remove_all(root, ec);
+    }
+
+    // Runs the program with the workspace option unless the arguments bring their own.
+    CliRun cli(const std::string& args, const std::string& env = "") {
+        const std::string command = "env -u LUMORA_WORKSPACE " + env + " " + quoted(kCli.string()) +
+                                    " " + args + " >" + quoted((root / "out").string()) + " 2>" +
+                                    quoted((root / "err").string());
+        const int raw = std::system(command.c_str());
+        CliRun r;
+        r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+        r.out = readAll(root / "out");
+        r.err = readAll(root / "err");
+        return r;
+    }
+    CliRun ws(const std::string& args) {
+        return cli("--workspace " + quoted(workspace.string()) + " " + args);
+    }
+
+    fs::path root, workspace;
+};
+
+TEST_F(CliTest, NewCreatesWorkspaceAndModuleFromTemplate) {
+    const CliRun r = ws("new Lesson '  My Course  '");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "My_Course (L)\n");
+    EXPECT_NE(r.err.find("Create MyContent: The \"MyContent\" folder does not exist."),
+              std::string::npos);
+    EXPECT_TRUE(fs::is_regular_file(workspace / "My_Course" / "lessonframeset.html"));
+    EXPECT_TRUE(fs::is_regular_file(workspace / "My_Course" / "scripts" / "inc_ModuleInfo.js"));
+    EXPECT_TRUE(fs::is_directory(workspace / "My_Course" / "media"));
+}
+
+TEST_F(CliTest, NewRefusesBadNamesWithTheMessagesAndDoesNotLoop) {
+    ASSERT_EQ(ws("new survey S1").status, 0);
+
+    CliRun r = ws("new Lesson a/b");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "Error: You cannot use the following characters:\n"
+                     "                   / \\ : * ? \" < > |\n");
+
+    r = ws("new Evaluation S1");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "Error: S1 already exists.\nYou must use a unique name.\n");
+
+    EXPECT_EQ(ws("new Lesson '   '").status, 1);
+    EXPECT_EQ(ws("new Course X").status, 2);
+    EXPECT_EQ(ws("new Lesson").status, 2);
+    EXPECT_EQ(ws("frobnicate").status, 2);
+    EXPECT_EQ(ws("--bogus list").status, 2);
+}
+
+TEST_F(CliTest, ListNeedsTheWorkspaceOrYes) {
+    CliRun r = ws("list");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("Error: Cannot continue without \"MyContent\" folder."),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(workspace));
+
+    r = ws("--yes list");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, "");
+    EXPECT_TRUE(fs::is_directory(workspace));
+}
+
+TEST_F(CliTest, ListShowsModulesAsTheFolderChooserDoes) {
+    ASSERT_EQ(ws("new Survey zeta").status, 0);
+    ASSERT_EQ(ws("new Lesson Alpha").status, 0);
+    ASSERT_EQ(ws("new Evaluation beta").status, 0);
+    fs::create_directories(workspace / "notes");
+    const CliRun r = ws("list");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, "Alpha (L)\nbeta (E)\nzeta (S)\n");
+}
+
+TEST_F(CliTest, WorkspaceFromEnvironment) {
+    ASSERT_EQ(cli("new Lesson FromEnv", "LUMORA_WORKSPACE=" + quoted(workspace.string())).status,
+              0);
+    EXPECT_TRUE(fs::is_directory(workspace / "FromEnv"));
+    // The option wins over the environment.
+    const fs::path other = root / "other";
+    fs::create_directories(other);
+    const CliRun r = cli("--workspace " + quoted(other.string()) + " list",
+                         "LUMORA_WORKSPACE=" + quoted(workspace.string()));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, "");
+}
+
+TEST_F(CliTest, ShowPrintsTheModuleAsEscapedJson) {
+    ASSERT_EQ(ws("new Lesson L1").status, 0);
+    const fs::path info = workspace / "L1" / "scripts" / "inc_ModuleInfo.js";
+    std::string text = readAll(info);
+    const std::size_t line = text.find("var modTitle = ");
+    ASSERT_NE(line, std::string::npos);
+    const std::size_t lineEnd = text.find("\r\n", line);
+    text.replace(line, lineEnd - line,
+                 R"(var modTitle = "Say \"hi\")" + std::string("\t") + R"(a\b )" + "\xC3\xA9\";");
+    writeAll(info, text);
+
+    const CliRun r = ws("show L1");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find("\"modTitle\": \"Say \\\"hi\\\"\\u0009a\\\\b \xC3\xA9\""),
+              std::string::npos)
+        << r.out.substr(0, 200);
+    // Keys in their fixed order, each present.
+    std::size_t at = 0;
+    for (const char* key : {"modTitle",
+                            "moduleType",
+                            "folderName",
+                            "copyright",
+                            "useSCORM",
+                            "shuffleEvalQuestions",
+                            "intNumQuestions",
+                            "pages",
+                            "fileName",
+                            "title",
+                            "content",
+                            "glossary",
+                            "questions",
+                            "id",
+                            "questionType",
+                            "questionText",
+                            "rationale",
+                            "shuffleDistractors",
+                            "options",
+                            "correct",
+                            "txtValue",
+                            "txtDisplay",
+                            "incorrectRationale",
+                            "colors",
+                            "aLink",
+                            "aVisited",
+                            "contentBackground",
+                            "titleColor",
+                            "titleBackground",
+                            "pageNumberBackground",
+                            "pageNameBackground",
+                            "pageNumberColor",
+                            "pageNameColor",
+                            "copyRightColor"}) {
+        const std::size_t found = r.out.find("\"" + std::string(key) + "\":", at);
+        ASSERT_NE(found, std::string::npos) << key;
+        at = found;
+    }
+    EXPECT_NE(r.out.find("\"folderName\": \"L1\""), std::string::npos);
+    EXPECT_NE(r.out.find("\"moduleType\": \"Lesson\""), std::string::npos);
+    // No raw control character may remain inside the document.
+    for (char c : r.out)
+        EXPECT_TRUE(static_cast<unsigned char>(c) >= 0x20 || c == '\n') << int(c);
+
+    // When node is there, the whole output must parse as JSON.
+    if (std::system("command -v node >/dev/null 2>&1") == 0) {
+        writeAll(root / "show.json", r.out);
+        const std::string parse =
+            "node -e 'JSON.parse(require(\"fs\").readFileSync(process.argv[1],"
+            "\"utf8\"))' " +
+            quoted((root / "show.json").string());
+        EXPECT_EQ(std::system(parse.c_str()), 0);
+    }
+}
+
+TEST_F(CliTest, CheckReportsQuestionsWithWrongCorrectOptions) {
+    ASSERT_EQ(ws("new Evaluation E1").status, 0);
+    CliRun r = ws("check E1");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.err, "");
+
+    // A single-answer question with every option correct.
+    const fs::path questions = workspace / "E1" / "scripts" / "inc_Questions.js";
+    std::string text = readAll(questions);
+    const std::size_t second = text.find("objEvalQuestion(thisID, \"checkbox\")");
+    ASSERT_NE(second, std::string::npos);
+    text = std::regex_replace(text.substr(0, second), std::regex("addDistractor\\(false\\)"),
+                              "addDistractor(true)") +
+           text.substr(second);
+    writeAll(questions, text);
+    r = ws("check E1");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err.rfind("Error: ", 0), 0u) << r.err;
+}
+
+TEST_F(CliTest, SaveWritesTheScormSwitch) {
+    ASSERT_EQ(ws("new Survey S1").status, 0);
+    const fs::path objectives = workspace / "S1" / "scripts" / "inc_Objectives.js";
+    ASSERT_EQ(ws("save S1 --non-scorm").status, 0);
+    EXPECT_NE(readAll(objectives).find("var useSCORM = false;\r\n"), std::string::npos);
+    ASSERT_EQ(ws("save S1").status, 0);
+    EXPECT_NE(readAll(objectives).find("var useSCORM = true;\r\n"), std::string::npos);
+    const CliRun r = ws("show S1");
+    EXPECT_NE(r.out.find("\"useSCORM\": \"true\""), std::string::npos);
+}
+
+TEST_F(CliTest, UnknownModuleIsRefusedAndMissingFilesAreFileErrors) {
+    ASSERT_EQ(ws("new Lesson L1").status, 0);
+    CliRun r = ws("show Nothing");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("Nothing is not a module folder"), std::string::npos);
+
+    fs::remove(workspace / "L1" / "scripts" / "inc_Glossary.js");
+    r = ws("show L1");
+    EXPECT_EQ(r.status, 3);
+    EXPECT_EQ(r.err.rfind("Error: ", 0), 0u);
+    EXPECT_NE(r.err.find("inc_Glossary.js: "), std::string::npos) << r.err;
+}
+
+TEST_F(CliTest, StartupChecksApplyToTheCommandLine) {
+    const fs::path bare = root / "bare";
+    fs::create_directories(bare);
+    CliRun r = cli("--app-dir " + quoted(bare.string()) + " --workspace " +
+                   quoted(workspace.string()) + " list");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "No Templates: The \"Templates\" folder does not exist.\n"
+                     "Please reinstall the Lumora.\n");
+
+    fs::create_directories(bare / "Templates");
+    r = cli("--app-dir " + quoted(bare.string()) + " --workspace " + quoted(workspace.string()) +
+            " list");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "Error: Cannot locate template version information\n"
+                     "Please reinstall the Lumora\n");
+}
+
+TEST_F(CliTest, HelpAndUsage) {
+    CliRun r = cli("--help");
+    EXPECT_EQ(r.status, 0);
+    EXPECT_NE(r.out.find("new TYPE NAME"), std::string::npos);
+    r = cli("");
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find("usage: lumora-cli"), std::string::npos);
+}
+
+} // namespace
