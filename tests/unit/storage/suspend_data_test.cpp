@@ -1,9 +1,13 @@
 // The worst-case length of the player's progress string, per module type.
 #include "storage/SuspendData.h"
 
+#include "storage/ModuleLoader.h"
+
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
+#include <unistd.h>
 
 namespace lumora {
 namespace {
@@ -90,6 +94,32 @@ TEST(SuspendDataWorstCase, AModuleCanOutgrowTheLimit) {
     m.intNumQuestions = 500;
     EXPECT_GT(suspendDataWorstCase(m), kSuspendDataLimit);
     EXPECT_EQ(suspendDataWorstCase(module("Unknown")), 0u);
+}
+
+// The templates' sample modules, read by the loader. The player tests check that the strings
+// the player really produces for them stay within these same numbers.
+TEST(SuspendDataWorstCase, SampleTemplates) {
+    namespace fs = std::filesystem;
+    const fs::path templates = fs::path(LUMORA_SOURCE_DIR) / "share" / "Templates";
+    const fs::path work =
+        fs::temp_directory_path() / ("lumora-suspend-" + std::to_string(::getpid()));
+    const std::pair<const char*, std::size_t> expected[] = {
+        {kLesson, 2}, {kEvaluation, 8}, {kSurvey, 5}};
+    for (const auto& [type, length] : expected) {
+        fs::remove_all(work);
+        fs::copy(templates / type, work, fs::copy_options::recursive);
+        CourseModule m = makeDefaultRecords(2025).module;
+        m.moduleType = type;
+        m.ModuleFolder = work.string();
+        m.templateFolder = (templates / type).string();
+        m.framesetFile = framesetFileFor(type);
+        ContentPaths paths;
+        paths.moduleFolder = work.string();
+        paths.installFolder = (templates.parent_path()).string();
+        LoadModuleFiles(m, paths);
+        EXPECT_EQ(suspendDataWorstCase(m), length) << type;
+    }
+    fs::remove_all(work);
 }
 
 } // namespace
