@@ -7,7 +7,7 @@
 #include "cli/CliOptions.h"
 #include "cli/CliPrompt.h"
 #include "cli/Commands.h"
-#include "platform/PosixProcessStarter.h"
+#include "platform/ProcessStarter.h"
 #include "storage/TextFile.h"
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // Process start over posix_spawn; see PosixProcessStarter.h.
-#include "platform/PosixProcessStarter.h"
+#include "platform/ProcessStarter.h"
 
 #include <spawn.h>
 #include <sys/types.h>
