@@ -1,0 +1,120 @@
+// The Lesson as a learner meets it standalone: opened from disk and over loopback HTTP.
+import assert from "node:assert/strict";
+import { after, before, describe, test } from "node:test";
+import * as H from "./support/harness.mjs";
+
+let browser;
+before(async () => (browser = await H.launch()));
+after(async () => browser?.close());
+
+const pageNum = (page) => page.locator("#lumPageNum").textContent();
+const content = (page) => page.frameLocator("#lumContent");
+
+async function lessonChecks(page, url) {
+  const errors = H.watchErrors(page);
+  await page.goto(url);
+  await H.waitFor(async () => (await pageNum(page)) === "Page 1 of 3");
+  assert.equal(await page.locator("#lumTitle").textContent(), "Sample Lesson");
+  assert.equal(await page.locator("#lumCopyright").textContent(), "© 2025 Your Organization");
+  assert.equal(await page.locator("html").getAttribute("lang"), "en");
+  assert.deepEqual(await page.locator("#lumOutline a").allTextContents(), ["Welcome", "Key ideas", "Check your understanding"]);
+  assert.ok(await page.locator("#lumBack").isDisabled());
+
+  // A page link inside the content moves within the lesson and the frameset follows.
+  await content(page).locator('a[href="page1.html"]').click();
+  await H.waitFor(async () => (await pageNum(page)) === "Page 2 of 3");
+  assert.equal(await page.locator('#lumOutline a[aria-current="page"]').textContent(), "Key ideas");
+
+  // Activity 1 (single choice): wrong, then right, with the rationale.
+  const act = content(page).locator(".lumActivity");
+  await act.getByLabel("When the first page has been opened").check();
+  await act.getByRole("button", { name: "Check answer" }).click();
+  await assert.doesNotReject(act.locator(".lumFeedback.lumWrong").waitFor());
+  assert.match(await act.locator(".lumFeedback").textContent(), /Not quite\..*seen every page/);
+  await act.getByLabel("When every page has been seen").check();
+  await act.getByRole("button", { name: "Check answer" }).click();
+  await act.locator(".lumFeedback.lumRight").waitFor();
+  assert.equal(await act.locator(".lumFeedback").getAttribute("aria-live"), "polite");
+
+  // The glossary pop-up: sized as asked, names the term, closes with Escape, focus returns.
+  const link = content(page).locator("a[name=term1]");
+  await link.focus();
+  await page.keyboard.press("Enter");
+  const dialog = content(page).getByRole("dialog");
+  await dialog.waitFor();
+  assert.equal(await dialog.locator("h2").textContent(), "Activity");
+  assert.match(await dialog.textContent(), /immediate feedback/);
+  assert.equal(await dialog.evaluate((d) => d.style.width), "240px");
+  await page.keyboard.press("Escape");
+  await dialog.waitFor({ state: "detached" });
+  assert.equal(await link.evaluate((a) => a === document.activeElement), true);
+
+  // Next / Back and the outline.
+  await page.locator("#lumNext").click();
+  await H.waitFor(async () => (await pageNum(page)) === "Page 3 of 3");
+  assert.ok(await page.locator("#lumNext").isDisabled());
+  // Activity 2 (several answers, shuffled): only the full correct set counts.
+  const act2 = content(page).locator(".lumActivity");
+  await act2.getByLabel("Text and pictures").check();
+  await act2.getByRole("button", { name: "Check answer" }).click();
+  await act2.locator(".lumFeedback.lumWrong").waitFor();
+  await act2.getByLabel("Glossary terms").check();
+  await act2.getByLabel("Links to other pages").check();
+  await act2.getByRole("button", { name: "Check answer" }).click();
+  await act2.locator(".lumFeedback.lumRight").waitFor();
+  await page.locator("#lumOutline a", { hasText: "Welcome" }).click();
+  await H.waitFor(async () => (await pageNum(page)) === "Page 1 of 3");
+  await content(page).locator("h2", { hasText: "Welcome" }).waitFor();
+  assert.deepEqual(errors, []);
+}
+
+describe("lesson standalone", () => {
+  test("opened from disk: pages render their own activities and pop-ups", async () => {
+    const dir = H.copyModule("Lesson");
+    const page = await browser.context.newPage();
+    await lessonChecks(page, H.fileUrl(dir, "lessonframeset.html"));
+    // file:// keeps the frames apart, so the page used its own player.
+    const own = await page.frames()[1].evaluate(() => parentRef === window.lumoraPlayer);
+    assert.equal(own, true);
+    await page.close();
+  });
+
+  test("over HTTP: pages reach the frameset's player", async () => {
+    const dir = H.copyModule("Lesson");
+    const server = await H.serve({ "/": dir });
+    const page = await browser.context.newPage();
+    await lessonChecks(page, `${server.base}/lessonframeset.html`);
+    const shared = await page.frames()[1].evaluate(() => parentRef === window.parent.lumoraPlayer);
+    assert.equal(shared, true);
+    await page.close();
+    await server.close();
+  });
+
+  test("a page opened on its own still renders its activity", async () => {
+    const dir = H.copyModule("Lesson");
+    const page = await browser.context.newPage();
+    const errors = H.watchErrors(page);
+    await page.goto(H.fileUrl(dir, "page2.html"));
+    assert.equal(await page.locator(".lumActivity input[type=checkbox]").count(), 4);
+    assert.equal(await page.title(), "Check your understanding");
+    assert.deepEqual(errors, []);
+    await page.close();
+  });
+
+  test("keyboard alone works the outline and the page buttons", async () => {
+    const dir = H.copyModule("Lesson");
+    const page = await browser.context.newPage();
+    await page.goto(H.fileUrl(dir, "lessonframeset.html"));
+    await H.waitFor(async () => (await pageNum(page)) === "Page 1 of 3");
+    await page.locator("#lumOutline a").nth(2).focus();
+    await page.keyboard.press("Enter");
+    await H.waitFor(async () => (await pageNum(page)) === "Page 3 of 3");
+    await page.locator("#lumBack").focus();
+    await page.keyboard.press("Enter");
+    await H.waitFor(async () => (await pageNum(page)) === "Page 2 of 3");
+    // The focused control shows a visible outline.
+    const outline = await page.locator("#lumBack").evaluate((b) => getComputedStyle(b).outlineStyle);
+    assert.notEqual(outline, "none");
+    await page.close();
+  });
+});
