@@ -40,8 +40,11 @@ void copyFolderTree(const std::string& from, const std::string& to) {
     if (!isFolder(from))
         throw FileError(from, "The folder does not exist.");
     const fs::path target = fsPath(to);
+    std::error_code ec;
+    if (fs::exists(target, ec))
+        throw FileError(to, "A file or folder of that name already exists.");
+    fs::create_directory(target);
     try {
-        fs::create_directory(target);
         fs::copy(fsPath(from), target, fs::copy_options::recursive);
     } catch (...) {
         std::error_code ignored;

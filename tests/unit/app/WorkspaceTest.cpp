@@ -148,6 +148,15 @@ TEST_F(WorkspaceTest, NewModuleFolderWithMissingTemplateReportsAndLeavesNothing)
     EXPECT_EQ(session().module.modTitle, "Open module");
 }
 
+TEST_F(WorkspaceTest, NewModuleFolderNeverTouchesAFileOfTheSameName) {
+    writeBytes(workspace / "Taken", "notes");
+    prompt.type("Taken");
+    EXPECT_FALSE(NewModuleFolder(session(), "Lesson"));
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_EQ(readBytes(workspace / "Taken"), "notes");
+}
+
 TEST_F(WorkspaceTest, SaveAsCopiesTheFolderAndRewritesContentPaths) {
     prompt.type("Course1");
     ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
