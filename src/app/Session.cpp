@@ -3,10 +3,12 @@
 #include "content/ContentForms.h"
 #include "content/ListOps.h"
 #include "content/Validation.h"
+#include "storage/LmsFiles.h"
 #include "storage/ModuleLoader.h"
 #include "storage/ModuleWriter.h"
 #include "storage/Paths.h"
 #include "storage/Stylesheet.h"
+#include "storage/SuspendData.h"
 
 namespace lumora {
 
@@ -66,7 +68,24 @@ void Session::SaveModule() {
     validateQuestions(*this);
     WriteModuleFiles(module, contentPaths());
     RemoveStalePageFiles(module);
+    // The import files list the folder's files, so they are written after everything else.
+    WriteLmsFiles(module);
     ModuleChanged = false;
+    warnIfProgressTooLong();
+}
+
+void Session::warnIfProgressTooLong() {
+    if (module.useSCORM != "true")
+        return;
+    const std::size_t worst = suspendDataWorstCase(module);
+    if (worst <= kSuspendDataLimit)
+        return;
+    prompt.message("This module can record up to " + std::to_string(worst) +
+                       " characters of progress, but an LMS keeps only " +
+                       std::to_string(kSuspendDataLimit) + "." + kCrLf +
+                       "Learners may lose their place: use fewer pages or questions, or save it "
+                       "for use without SCORM/AICC.",
+                   "Warning", Icon::Exclamation, Buttons::OK);
 }
 
 void Session::saveForScorm(bool scorm) {

@@ -64,6 +64,9 @@ class Session {
     // with ModuleChanged left as it was.
     void SaveModule();
 
+    // Tells the author when the learner's progress could outgrow what an LMS keeps.
+    void warnIfProgressTooLong();
+
     // Save (SCORM/AICC) and Save (non-SCORM/AICC): set useSCORM, then SaveModule.
     void saveForScorm(bool scorm);
 
