@@ -1,0 +1,82 @@
+// AICC HACP: GetParam at start, PutParam with progress, ExitAU at the end, against an endpoint
+// on loopback; and an LMS that answers errors or nothing at all.
+import assert from "node:assert/strict";
+import { after, before, describe, test } from "node:test";
+import * as H from "./support/harness.mjs";
+import { getParamData, hacpHandler } from "./support/lms.mjs";
+
+let browser;
+before(async () => (browser = await H.launch()));
+after(async () => browser?.close());
+
+async function aiccModule(type, state) {
+  const dir = H.copyModule(type);
+  const server = await H.serve({ "/m/": dir }, hacpHandler(state));
+  return { dir, server };
+}
+const commands = (state) => state.requests.map((r) => r.fields.command);
+const putParams = (state) => state.requests.filter((r) => r.fields.command === "PutParam").map((r) => r.fields.aicc_data);
+
+describe("AICC HACP", () => {
+  test("lesson: resumes at the LMS's location and reports progress", async () => {
+    const state = { requests: [], getParam: getParamData({ location: "2", status: "incomplete, resume", coreLesson: "LD" }) };
+    const { server } = await aiccModule("Lesson", state);
+    const page = await browser.context.newPage();
+    // Parameter names in any case; the URL unencoded, as some LMSs send it.
+    await page.goto(`${server.base}/m/lessonframeset.html?AICC_SID=abc%201&AICC_URL=${server.base}/hacp`);
+    await page.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+    await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=completed/.test(d)));
+    await page.goto("about:blank");
+    await H.waitFor(() => commands(state).includes("ExitAU"));
+    const first = state.requests[0];
+    assert.equal(first.fields.command, "GetParam");
+    assert.equal(first.fields.session_id, "abc 1");
+    assert.equal(first.fields.version, "4.0");
+    assert.match(first.type, /application\/x-www-form-urlencoded/);
+    assert.ok(!first.body.startsWith("aicc_data") && !/&command=[^&]*$/.test(first.body), "command is not last");
+    const last = putParams(state).at(-1);
+    assert.match(last, /^\[Core\]\r\nLesson_Location=2\r\nLesson_Status=completed\r\nScore=\r\nTime=\d{2}:\d{2}:\d{2}\r\n\[Core_Lesson\]\r\nL[A-Za-z0-9_-]\r\n$/);
+    assert.ok(!/[^\r]\n/.test(last), "lines end in CR LF");
+    await page.close();
+    await server.close();
+  });
+
+  test("evaluation: mastery score from [Student_Data], score in PutParam", async () => {
+    const state = { requests: [], getParam: getParamData({ mastery: "50" }) };
+    const { dir, server } = await aiccModule("Evaluation", state);
+    const key = new Map(H.readModule(dir, "Evaluation").arrQuestions.map((q) => [q.evalQuestion, q]));
+    const page = await browser.context.newPage();
+    await page.goto(`${server.base}/m/poolframeset.html?aicc_sid=S9&aicc_url=${encodeURIComponent(server.base + "/hacp")}`);
+    const qs = page.locator(".lumQ");
+    await qs.first().waitFor();
+    for (let i = 0; i < 3; i++) {
+      const item = key.get(await qs.nth(i).locator(".lumQuestion").innerHTML());
+      for (const o of item.evalDistractors) if (o.correct) await qs.nth(i).getByLabel(o.txtDisplay, { exact: true }).check();
+    }
+    await page.getByRole("button", { name: "Submit" }).click();
+    await page.locator(".lumScore", { hasText: "100%" }).waitFor();
+    assert.match(await page.locator("#lumResult").textContent(), /You passed/);
+    await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=passed\r\nScore=100\r\n/.test(d)));
+    await page.close();
+    await H.waitFor(() => commands(state).includes("ExitAU"));
+    await server.close();
+  });
+
+  for (const mode of ["error", "silent"]) {
+    test(`an LMS that answers ${mode === "error" ? "errors" : "nothing"} does not stop the learner`, async () => {
+      const state = { requests: [], mode, getParam: "" };
+      const { server } = await aiccModule("Survey", state);
+      const page = await browser.context.newPage();
+      const errors = H.watchErrors(page);
+      await page.goto(`${server.base}/m/surveyframeset.html?aicc_sid=S1&aicc_url=${server.base}/hacp`);
+      const qs = page.locator(".lumQ");
+      await qs.first().waitFor({ timeout: 8000 });
+      for (let i = 0; i < 3; i++) await qs.nth(i).getByLabel("Good", { exact: true }).check();
+      await page.getByRole("button", { name: "Submit" }).click();
+      await page.locator("#lumResult", { hasText: "Thank you" }).waitFor();
+      assert.deepEqual(errors, []);
+      await page.close();
+      await server.close();
+    });
+  }
+});

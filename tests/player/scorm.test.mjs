@@ -1,0 +1,224 @@
+// The three module types inside an LMS frame whose SCORM 1.2 API is scorm-again: what the LMS
+// receives, leaving and resuming, and an LMS that refuses to commit.
+import assert from "node:assert/strict";
+import { after, before, describe, test } from "node:test";
+import * as H from "./support/harness.mjs";
+import { firstLaunch, lmsState, lmsUrl, scormServer, strictViolations } from "./support/lms.mjs";
+
+let browser;
+before(async () => (browser = await H.launch()));
+after(async () => browser?.close());
+
+// The longest suspend_data the C++ core computes for each sample template
+// (suspendDataWorstCase; tests/unit/storage/suspend_data_test.cpp, SampleTemplates).
+const CORE_WORST_CASE = { Lesson: 2, Evaluation: 8, Survey: 5 };
+
+// Leaves the module (its frame navigates away) so it commits and finishes.
+async function leave(page) {
+  await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
+  await H.waitFor(() => page.evaluate(() => (window.lmsCalls.LMSFinish || 0) > 0));
+  return lmsState(page);
+}
+
+const sco = (page) => page.frameLocator("#sco");
+
+describe("SCORM 1.2", () => {
+  test("lesson: bookmark, resume and completion", async () => {
+    const dir = H.copyModule("Lesson");
+    const server = await scormServer(dir);
+    const page = await browser.context.newPage();
+    await page.goto(lmsUrl(server.base, "lessonframeset.html", firstLaunch()));
+    await sco(page).locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    await sco(page).locator("#lumNext").click();
+    await sco(page).locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    let s = await leave(page);
+    assert.equal(s.last["cmi.core.lesson_location"], "1");
+    assert.equal(s.last["cmi.core.lesson_status"], "incomplete");
+    assert.equal(s.last["cmi.core.exit"], "suspend");
+    assert.match(s.last["cmi.core.session_time"], /^\d{2}:\d{2}:\d{2}$/);
+    assert.ok(!s.sets.some(([el, v]) => el === "cmi.core.lesson_status" && v === "not attempted"));
+    assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Lesson);
+    assert.deepEqual(strictViolations(s.sets), []);
+
+    // Re-entry: back on page 2, and seeing page 3 completes the lesson.
+    const resume = firstLaunch({ "cmi.core.entry": "resume", "cmi.core.lesson_status": "incomplete",
+      "cmi.core.lesson_location": s.last["cmi.core.lesson_location"], "cmi.suspend_data": s.last["cmi.suspend_data"] });
+    await page.goto(lmsUrl(server.base, "lessonframeset.html", resume));
+    await sco(page).locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    await sco(page).locator("#lumNext").click();
+    await sco(page).locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+    s = await leave(page);
+    assert.equal(s.status, "completed");
+    assert.equal(s.last["cmi.core.exit"], "");
+    assert.equal(s.last["cmi.core.lesson_location"], "2");
+    assert.equal(s.calls.LMSFinish, 1);
+    assert.deepEqual(strictViolations(s.sets), []);
+
+    // A completed lesson visited again is never set back to incomplete.
+    await page.goto(lmsUrl(server.base, "lessonframeset.html", firstLaunch({ "cmi.core.lesson_status": "completed", "cmi.core.entry": "" })));
+    await sco(page).locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    s = await leave(page);
+    assert.ok(!s.sets.some(([el, v]) => el === "cmi.core.lesson_status" && v !== "completed"));
+    await page.close();
+    await server.close();
+  });
+
+  test("evaluation: answers, score against the mastery score, interactions, resume", async () => {
+    const dir = H.copyModule("Evaluation");
+    const data = H.readModule(dir, "Evaluation");
+    const key = new Map(data.arrQuestions.map((q) => [q.evalQuestion, q]));
+    const server = await scormServer(dir);
+    const page = await browser.context.newPage();
+    const errors = H.watchErrors(page);
+    await page.goto(lmsUrl(server.base, "poolframeset.html", firstLaunch({ "cmi.student_data.mastery_score": "80" })));
+    const qs = sco(page).locator(".lumQ");
+    await qs.first().waitFor();
+    assert.equal(await qs.count(), 3);
+
+    // Answer the first question right and leave; the answer comes back on re-entry.
+    const answer = async (i, right) => {
+      const q = qs.nth(i);
+      const item = key.get(await q.locator(".lumQuestion").innerHTML());
+      for (const o of item.evalDistractors) {
+        if (o.correct === right || (!right && o === item.evalDistractors.find((d) => !d.correct)))
+          await q.getByLabel(o.txtDisplay, { exact: true }).check();
+        if (!right && !o.correct) break;
+      }
+      return item;
+    };
+    const first = await answer(0, true);
+    let s = await leave(page);
+    assert.equal(s.last["cmi.core.lesson_status"], "incomplete");
+    assert.equal(s.last["cmi.core.exit"], "suspend");
+    assert.ok(!("cmi.core.score.raw" in s.last));
+
+    await page.goto(lmsUrl(server.base, "poolframeset.html", firstLaunch({ "cmi.student_data.mastery_score": "80",
+      "cmi.core.entry": "resume", "cmi.core.lesson_status": "incomplete", "cmi.suspend_data": s.last["cmi.suspend_data"] })));
+    await qs.first().waitFor();
+    assert.equal(await qs.first().locator(".lumQuestion").innerHTML(), first.evalQuestion);
+    assert.equal(await qs.first().locator("input:checked").count(), first.evalDistractors.filter((d) => d.correct).length);
+
+    // Submitting with questions open is refused and says which.
+    await sco(page).getByRole("button", { name: "Submit" }).click();
+    assert.match(await sco(page).locator("#lumMsg").textContent(), /Not yet answered: 2, 3\./);
+    await answer(1, false);
+    await answer(2, true);
+    await sco(page).getByRole("button", { name: "Submit" }).click();
+    await sco(page).locator(".lumScore", { hasText: "Your score: 67%" }).waitFor();
+    assert.match(await sco(page).locator("#lumResult").textContent(), /did not pass.*80%/);
+    // The review: the wrongly chosen option's own rationale and the question's rationale.
+    const wrongItem = key.get(await qs.nth(1).locator(".lumQuestion").innerHTML());
+    const review = await qs.nth(1).locator(".lumReview").textContent();
+    assert.match(review, /Incorrect/);
+    const chosen = wrongItem.evalDistractors.find((d) => !d.correct);
+    if (chosen.incorrectRationale) assert.ok(review.includes(chosen.incorrectRationale));
+    assert.ok(review.includes(wrongItem.evalRationale));
+    assert.ok(await qs.nth(0).locator("input").first().isDisabled());
+
+    s = await leave(page);
+    assert.equal(s.last["cmi.core.score.raw"], "67");
+    assert.equal(s.last["cmi.core.score.min"], "0");
+    assert.equal(s.last["cmi.core.score.max"], "100");
+    assert.equal(s.status, "failed");
+    assert.equal(s.last["cmi.core.exit"], "");
+    const inter = s.sets.filter(([el]) => el.startsWith("cmi.interactions."));
+    assert.equal(inter.filter(([el]) => el.endsWith(".id")).length, 3);
+    assert.deepEqual(inter.filter(([el]) => el.endsWith(".type")).map(([, v]) => v), ["choice", "choice", "choice"]);
+    assert.deepEqual(inter.filter(([el]) => el.endsWith(".result")).map(([, v]) => v), ["correct", "wrong", "correct"]);
+    const firstPattern = first.evalDistractors.map((d, i) => (d.correct ? "0123456789"[i] : "")).filter(Boolean).join(",");
+    assert.equal(s.last["cmi.interactions.0.correct_responses.0.pattern"], firstPattern);
+    assert.equal(s.last["cmi.interactions.0.student_response"], firstPattern);
+    assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Evaluation);
+    assert.deepEqual(strictViolations(s.sets), []);
+    assert.deepEqual(errors, []);
+    await page.close();
+    await server.close();
+  });
+
+  test("evaluation: all right passes; without a mastery score it is completed", async () => {
+    const dir = H.copyModule("Evaluation");
+    const data = H.readModule(dir, "Evaluation");
+    const key = new Map(data.arrQuestions.map((q) => [q.evalQuestion, q]));
+    const server = await scormServer(dir);
+    const page = await browser.context.newPage();
+    for (const [mastery, status] of [["80", "passed"], ["", "completed"]]) {
+      await page.goto(lmsUrl(server.base, "poolframeset.html", firstLaunch(mastery ? { "cmi.student_data.mastery_score": mastery } : {})));
+      const qs = sco(page).locator(".lumQ");
+      await qs.first().waitFor();
+      for (let i = 0; i < 3; i++) {
+        const item = key.get(await qs.nth(i).locator(".lumQuestion").innerHTML());
+        for (const o of item.evalDistractors) if (o.correct) await qs.nth(i).getByLabel(o.txtDisplay, { exact: true }).check();
+      }
+      await sco(page).getByRole("button", { name: "Submit" }).click();
+      await sco(page).locator(".lumScore", { hasText: "Your score: 100%" }).waitFor();
+      const s = await leave(page);
+      assert.equal(s.status, status);
+      assert.equal(s.last["cmi.core.score.raw"], "100");
+      assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Evaluation);
+      assert.deepEqual(strictViolations(s.sets), []);
+    }
+    await page.close();
+    await server.close();
+  });
+
+  test("survey: one likert interaction per question, completed, thanks", async () => {
+    const dir = H.copyModule("Survey");
+    const server = await scormServer(dir);
+    const page = await browser.context.newPage();
+    await page.goto(lmsUrl(server.base, "surveyframeset.html", firstLaunch()));
+    const qs = sco(page).locator(".lumQ");
+    await qs.first().waitFor();
+    const ratings = ["Excellent", "Below Average", "Poor"];
+    for (let i = 0; i < 3; i++) await qs.nth(i).getByLabel(ratings[i], { exact: true }).check();
+    await sco(page).getByRole("button", { name: "Submit" }).click();
+    await sco(page).locator("#lumResult", { hasText: "Thank you" }).waitFor();
+    const s = await leave(page);
+    assert.equal(s.status, "completed");
+    const inter = s.sets.filter(([el]) => el.startsWith("cmi.interactions."));
+    assert.deepEqual(inter.filter(([el]) => el.endsWith(".type")).map(([, v]) => v), ["likert", "likert", "likert"]);
+    assert.deepEqual(inter.filter(([el]) => el.endsWith(".student_response")).map(([, v]) => v), ["1", "4", "5"]);
+    assert.deepEqual(inter.filter(([el]) => el.endsWith(".result")).map(([, v]) => v), ["neutral", "neutral", "neutral"]);
+    assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Survey);
+    assert.deepEqual(strictViolations(s.sets), []);
+    await page.close();
+    await server.close();
+  });
+
+  test("an LMS whose commits fail does not stop the learner or lose the progress", async () => {
+    const dir = H.copyModule("Lesson");
+    const server = await scormServer(dir);
+    const page = await browser.context.newPage();
+    const errors = H.watchErrors(page);
+    await page.goto(lmsUrl(server.base, "lessonframeset.html", firstLaunch(), "&fail=commit"));
+    await sco(page).locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    await sco(page).locator("#lumNext").click();
+    await sco(page).locator("#lumNext").click();
+    await sco(page).locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+    const s = await leave(page);
+    assert.ok(s.calls.failedCommit >= 3);
+    // Every value was handed over again at the end, so what the LMS keeps is current.
+    assert.equal(s.last["cmi.core.lesson_location"], "2");
+    assert.equal(s.status, "completed");
+    assert.deepEqual(errors, []);
+    await page.close();
+    await server.close();
+  });
+
+  test("useSCORM false never talks to the LMS", async () => {
+    const dir = H.copyModule("Survey");
+    const file = `${dir}/scripts/inc_Objectives.js`;
+    const fs = await import("node:fs");
+    fs.writeFileSync(file, fs.readFileSync(file, "utf8").replace("var useSCORM = true;", "var useSCORM = false;"));
+    const server = await scormServer(dir);
+    const page = await browser.context.newPage();
+    await page.goto(lmsUrl(server.base, "surveyframeset.html", firstLaunch()));
+    await sco(page).locator(".lumQ").first().waitFor();
+    await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
+    await page.waitForTimeout(200);
+    const s = await lmsState(page);
+    assert.equal(s.calls.LMSInitialize, undefined);
+    assert.deepEqual(s.sets, []);
+    await page.close();
+    await server.close();
+  });
+});
