@@ -330,6 +330,29 @@ TEST(LmsFilesFolder, CheckFindsWhatTheSchemasMissInsideTheManifest) {
               std::vector<std::string>{"imsmanifest.xml is missing"});
 }
 
+// --- reading manifests back ----------------------------------------------------------------
+
+TEST(LmsXmlScan, DecodesEntitiesAndKeepsWhatItDoesNotKnow) {
+    EXPECT_EQ(decodeXmlEntities("a&amp;b&lt;&gt;&quot;&apos;"), "a&b<>\"'");
+    EXPECT_EQ(decodeXmlEntities("&#233;&#xE9;&#x1F600;"), "\xC3\xA9\xC3\xA9\xF0\x9F\x98\x80");
+    EXPECT_EQ(decodeXmlEntities("&nbsp; &#0; &#xD800; &#12a; & &amp"),
+              "&nbsp; &#0; &#xD800; &#12a; & &amp");
+}
+
+TEST(LmsXmlScan, ATruncatedManifestNeverYieldsAGarbledIdentity) {
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html", kLesson};
+    const std::string xml = manifestXml(info, {"a.html", "b.html"});
+    for (std::size_t n = 0; n <= xml.size(); ++n) {
+        LmsModuleInfo back = readManifestIdentity(std::string_view(xml).substr(0, n));
+        EXPECT_TRUE(back.id.empty() || back.id == info.id) << n << ": " << back.id;
+        EXPECT_TRUE(back.folderName.empty() || back.folderName == "Course1") << n;
+    }
+    EXPECT_FALSE(scanXml("<a b=\"1>"));
+    EXPECT_FALSE(scanXml("<!-- open"));
+    EXPECT_FALSE(scanXml("< >"));
+    EXPECT_TRUE(scanXml("plain text, no tags"));
+}
+
 // --- the templates ---------------------------------------------------------------------------
 
 // The templates' import files are generator output. With LUMORA_REFRESH_TEMPLATES set (see
