@@ -19,13 +19,15 @@ std::string pageLinkSearch(int page);                         // <A href="pageN.
 std::string termLinkHTML(int term, const std::string& inner); // as the term chooser inserts
 std::string termLinkSearch(int term);                         // showGlossaryPopup('N',
 
-// `selected` is the list's selected position, -1 for none. Each ends by marking the module
-// changed, also when it only showed a message.
+// `selected` is the list's selected position, -1 for none; a position past the end of the list
+// changes nothing. Each ends by marking the module changed, also when it only showed a message.
 void deleteListItem(Session& session, const std::string& listName, int selected);
 void moveListItemUp(Session& session, const std::string& listName, int selected);
 void moveListItemDown(Session& session, const std::string& listName, int selected);
 
 // Add a blank item at the end, reusing a trailing blank one; the new item becomes current.
+// addBlankPage changes only the record: the caller writes the new page's file (from the
+// template's skeleton page) so that the module folder stays runnable.
 void addBlankPage(Session& session);
 void addBlankQuestion(Session& session);
 void addBlankOption(Session& session);
