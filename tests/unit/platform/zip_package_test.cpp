@@ -16,7 +16,7 @@ using namespace lumora;
 namespace {
 
 class ZipPackageTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         std::random_device rd;
         root = fs::temp_directory_path() / ("lumora-zip-" + std::to_string(rd()));
@@ -101,8 +101,8 @@ TEST_F(ZipPackageTest, ReplacesAnOlderPackageWhole) {
     fs::remove(module / "page1.html");
     put("page0.html", "new");
     writePackage(module.string(), zip.string());
-    EXPECT_EQ(readZip(zip), (std::vector<Entry>{{"imsmanifest.xml", "<manifest/>"},
-                                                {"page0.html", "new"}}));
+    EXPECT_EQ(readZip(zip),
+              (std::vector<Entry>{{"imsmanifest.xml", "<manifest/>"}, {"page0.html", "new"}}));
 }
 
 TEST_F(ZipPackageTest, FailuresNameTheFileAndLeaveNoPartialPackage) {
