@@ -1,0 +1,400 @@
+// The HTML editing widget and the preview/help web view, driven in a real web engine on the
+// offscreen platform: the classic content dialect, author edits reaching C++, content scripts
+// kept inert, the lumora-file scheme and the viewers' navigation rule.
+#include "forms/editor/HtmlEditor.h"
+#include "forms/web/LumoraScheme.h"
+#include "forms/web/ModuleWebView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVBoxLayout>
+#include <QWebEnginePage>
+#include <QWebEngineView>
+#include <gtest/gtest.h>
+
+namespace lumora {
+namespace {
+
+constexpr int kTimeoutMs = 20000;
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+    file.write(bytes);
+}
+
+// A 1x1 transparent PNG.
+QByteArray tinyPng() {
+    return QByteArray::fromBase64(
+        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5Erk"
+        "Jggg==");
+}
+
+QVariant evaluate(QWebEnginePage* page, const QString& js) {
+    QVariant result;
+    bool done = false;
+    page->runJavaScript(js, [&](const QVariant& value) {
+        result = value;
+        done = true;
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kTimeoutMs)) << js.toStdString();
+    return result;
+}
+
+std::string str(const QVariant& value) {
+    return value.toString().toStdString();
+}
+
+// ---- the editing widget ------------------------------------------------------------------
+
+class HtmlEditorTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(folder.isValid());
+        writeFile(stylesheet(), "body { font-family: Verdana; }\r\n");
+        writeFile(folder.filePath("media/pic.png"), tinyPng());
+        editor.resize(640, 480);
+        editor.show();
+    }
+
+    QString stylesheet() const { return folder.filePath("css/camstyle.css"); }
+
+    void show(const QString& html) {
+        QSignalSpy loaded(&editor, &HtmlEditor::loaded);
+        editor.setContent(html, stylesheet(), folder.path());
+        ASSERT_TRUE(loaded.wait(kTimeoutMs)) << "the editor never reported its content loaded";
+        ASSERT_TRUE(editor.isLoaded());
+    }
+
+    QVariant js(const QString& script) { return evaluate(editor.view()->page(), script); }
+
+    QString serialised() { return js("lumoraEditor.bodyHTML()").toString(); }
+
+    // Runs an author action in the document and waits for the push it causes; the push may
+    // arrive while the script's own result is still on its way back.
+    void editAndWait(QSignalSpy& changed, const QString& script) {
+        const qsizetype before = changed.size();
+        js(script);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return changed.size() > before; }, kTimeoutMs))
+            << "no contentChanged after " << script.toStdString();
+    }
+
+    // Selects the text `word` inside the first element matching `selector`.
+    void selectWord(const QString& selector, const QString& word) {
+        js(QStringLiteral("(() => { const el = document.querySelector('%1');"
+                          " const node = el.firstChild; const at = node.data.indexOf('%2');"
+                          " const r = document.createRange(); r.setStart(node, at);"
+                          " r.setEnd(node, at + %3); const s = getSelection();"
+                          " s.removeAllRanges(); s.addRange(r); })()")
+               .arg(selector, word)
+               .arg(word.size()));
+    }
+
+    QTemporaryDir folder;
+    HtmlEditor editor;
+};
+
+TEST_F(HtmlEditorTest, SerialisesContentInTheClassicDialect) {
+    const QString start = folder.filePath("app/QAndAStart.gif");
+    const QString end = folder.filePath("app/QAndAEnd.gif");
+    const QString page =
+        "<P>Intro with <b>bold</b> &amp; 3 &lt; 4&nbsp;text</P>\r\n"
+        "<TABLE border=1 cellPadding=2><TR><TD>cell</TD></TR></TABLE>\r\n"
+        "<P><A href=\"page2.html\">Next page</A> and <a href=\"#term3\" name=\"term3\" "
+        "onClick=\"parentRef.showGlossaryPopup('3', 240, 180);\" border=0>term</a></P>\r\n"
+        "<P><IMG src=\"" +
+        start + "\">3<IMG src=\"" + end + "\"></P><BR><!-- note --><P>&nbsp;</P>";
+    show(page);
+
+    // What the owner gave is what it reads back until the author edits: a load and a save
+    // that touch nothing leave the module's text exactly as it was.
+    EXPECT_EQ(editor.bodyHtml(), page);
+
+    const QString expected =
+        "<P>Intro with <B>bold</B> &amp; 3 &lt; 4&nbsp;text</P>\r\n"
+        "<TABLE border=\"1\" cellPadding=\"2\"><TBODY><TR><TD>cell</TD></TR></TBODY></TABLE>\r\n"
+        "<P><A href=\"page2.html\">Next page</A> and <A href=\"#term3\" name=\"term3\" "
+        "onClick=\"parentRef.showGlossaryPopup('3', 240, 180);\" border=\"0\">term</A></P>\r\n"
+        "<P><IMG src=\"" +
+        start + "\">3<IMG src=\"" + end + "\"></P><BR><!-- note --><P>&nbsp;</P>";
+    EXPECT_EQ(str(serialised()), expected.toStdString());
+}
+
+TEST_F(HtmlEditorTest, KeepsBareAttributesAndRawScriptText) {
+    show("<TABLE><TR><TD nowrap>x</TD></TR></TABLE>"
+         "<SCRIPT language=JavaScript>if (a < b && c) { f(\"q\"); }</SCRIPT>");
+    EXPECT_EQ(str(serialised()), "<TABLE><TBODY><TR><TD nowrap>x</TD></TR></TBODY></TABLE>"
+                                 "<SCRIPT language=\"JavaScript\">if (a < b && c) { f(\"q\"); "
+                                 "}</SCRIPT>");
+}
+
+TEST_F(HtmlEditorTest, AuthorTypingPushesTheNewContentAndLoadingPushesNothing) {
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    show("<P>Hello</P>");
+    show("<P>First</P><P>Second</P>");
+
+    // The edit goes the way typing goes: through the browser's editing and its input event.
+    js("(() => { const p = document.querySelectorAll('P')[1]; const r = document.createRange();"
+       " r.setStart(p.firstChild, 6); r.collapse(true); getSelection().removeAllRanges();"
+       " getSelection().addRange(r); document.execCommand('insertText', false, ' line'); })()");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !changed.isEmpty(); }, kTimeoutMs));
+
+    // Pushes travel in order, so had either setContent pushed, it would arrive first.
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(str(changed.first().first()), "<P>First</P><P>Second line</P>");
+    EXPECT_EQ(str(editor.bodyHtml()), "<P>First</P><P>Second line</P>");
+}
+
+TEST_F(HtmlEditorTest, KeyPressesReachTheContent) {
+    show("<P>ab</P>");
+    js("(() => { const p = document.querySelector('P'); const r = document.createRange();"
+       " r.setStart(p.firstChild, 2); r.collapse(true); getSelection().removeAllRanges();"
+       " getSelection().addRange(r); })()");
+    editor.view()->setFocus();
+    QWidget* target = editor.view()->focusProxy() ? editor.view()->focusProxy() : editor.view();
+
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    QTest::keyClicks(target, "cd");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == QStringLiteral("<P>abcd</P>"); },
+                                kTimeoutMs))
+        << editor.bodyHtml().toStdString();
+    EXPECT_GE(changed.size(), 1);
+}
+
+TEST_F(HtmlEditorTest, ContentScriptsAndInlineHandlersNeverRun) {
+    const QString page = "<P>x</P><SCRIPT>window.ranScript = 1;</SCRIPT>"
+                         "<IMG src=\"missing.png\" onerror=\"window.ranHandler = 1\">"
+                         "<A href=\"#\" onClick=\"window.ranClick = 1\">c</A>";
+    show(page);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return js("document.querySelector('IMG').complete").toBool(); }, kTimeoutMs));
+    js("document.querySelector('A').click()");
+
+    EXPECT_EQ(str(js("typeof window.ranScript")), "undefined");
+    EXPECT_EQ(str(js("typeof window.ranHandler")), "undefined");
+    EXPECT_EQ(str(js("typeof window.ranClick")), "undefined");
+    // Inert, yet kept: the handlers come back spelt as written.
+    EXPECT_EQ(str(serialised()), "<P>x</P><SCRIPT>window.ranScript = 1;</SCRIPT>"
+                                 "<IMG src=\"missing.png\" onerror=\"window.ranHandler = 1\">"
+                                 "<A href=\"#\" onClick=\"window.ranClick = 1\">c</A>");
+}
+
+TEST_F(HtmlEditorTest, ExecCommandFormatsTheSelectionAndPushes) {
+    show("<P>make this bold</P>");
+    selectWord("P", "this");
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+
+    editor.execCommand("Bold");
+    ASSERT_TRUE(changed.wait(kTimeoutMs));
+    // The browser writes <b>; the serialiser upper-cases it like every element name.
+    EXPECT_EQ(str(editor.bodyHtml()), "<P>make <B>this</B> bold</P>");
+    EXPECT_EQ(js("lumoraEditor.queryCommandValue('Bold')").toBool(), true);
+
+    // A colour given as the platform's colour number (red in the low byte).
+    editor.execCommand("ForeColor", "255");
+    ASSERT_TRUE(changed.wait(kTimeoutMs));
+    EXPECT_NE(editor.bodyHtml().indexOf("color=\"#ff0000\""), -1) << str(editor.bodyHtml());
+    EXPECT_EQ(js("lumoraEditor.queryCommandValue('ForeColor')").toInt(), 255);
+}
+
+TEST_F(HtmlEditorTest, CommandThatChangesNothingPushesNothing) {
+    show("<P>plain</P>");
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    editor.execCommand("Unlink"); // no link, nothing selected
+    editor.execCommand("Bold");
+    // The second command runs after the first; once it has, any push would be on its way
+    // before the barrier edit's push.
+    js("(() => { const p = document.querySelector('P'); const r = document.createRange();"
+       " r.setStart(p.firstChild, 5); r.collapse(true); getSelection().removeAllRanges();"
+       " getSelection().addRange(r); document.execCommand('insertText', false, '!'); })()");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !changed.isEmpty(); }, kTimeoutMs));
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(str(changed.first().first()), "<P>plain!</P>");
+}
+
+TEST_F(HtmlEditorTest, SelectionOperations) {
+    const QString image = folder.filePath("media/pic.png");
+    show("<P>one two</P><P><IMG src=\"" + image + "\"></P>");
+    EXPECT_EQ(str(js("lumoraEditor.selectionType()")), "None");
+    EXPECT_EQ(str(js("lumoraEditor.selectionHTML()")), "");
+
+    selectWord("P", "two");
+    EXPECT_EQ(str(js("lumoraEditor.selectionType()")), "Text");
+    EXPECT_EQ(str(js("lumoraEditor.selectionHTML()")), "two");
+
+    // An image selected whole is a "Control" selection; its HTML is the element.
+    js("lumoraEditor.selectNode(document.querySelector('IMG'))");
+    EXPECT_EQ(str(js("lumoraEditor.selectionType()")), "Control");
+    EXPECT_EQ(str(js("lumoraEditor.selectionHTML()")),
+              ("<IMG src=\"" + image + "\">").toStdString());
+
+    // Pasting replaces the selected image; the attribute spelling of the pasted HTML is kept.
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    editAndWait(changed, "lumoraEditor.pasteHTML('<a href=\"#term0\" onClick=\"x()\">T</a>')");
+    EXPECT_EQ(str(editor.bodyHtml()),
+              "<P>one two</P><P><A href=\"#term0\" onClick=\"x()\">T</A></P>");
+
+    // The caret sits after the pasted link: more HTML goes after it.
+    editAndWait(changed, "lumoraEditor.pasteHTML('<IMG src=\"b.gif\">')");
+    EXPECT_EQ(str(editor.bodyHtml()),
+              "<P>one two</P><P><A href=\"#term0\" onClick=\"x()\">T</A><IMG src=\"b.gif\"></P>");
+
+    selectWord("P", "one ");
+    editAndWait(changed, "lumoraEditor.clearSelection()");
+    EXPECT_EQ(str(editor.bodyHtml()),
+              "<P>two</P><P><A href=\"#term0\" onClick=\"x()\">T</A><IMG src=\"b.gif\"></P>");
+}
+
+TEST_F(HtmlEditorTest, LocalMediaPathsLoadWithTheModuleStylesheet) {
+    show("<P><IMG id=\"pic\" src=\"" + folder.filePath("media/pic.png") + "\"></P>");
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return js("document.getElementById('pic').complete").toBool(); }, kTimeoutMs));
+    EXPECT_EQ(js("document.getElementById('pic').naturalWidth").toInt(), 1);
+    EXPECT_EQ(js("getComputedStyle(document.body).fontFamily").toString(), "Verdana")
+        << "the module's stylesheet is attached";
+}
+
+TEST_F(HtmlEditorTest, NewContentReplacesTheOldAndKeepsItsOwnSpellings) {
+    show("<P><A href=\"a.html\" onClick=\"f()\">a</A></P>");
+    show("<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");
+    EXPECT_EQ(str(serialised()), "<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");
+    EXPECT_EQ(str(editor.bodyHtml()), "<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");
+}
+
+TEST(HtmlEditorFocus, ReportsWhenTheEditorGetsTheFocus) {
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* field = new QLineEdit(&window);
+    auto* editor = new HtmlEditor(&window);
+    layout->addWidget(field);
+    layout->addWidget(editor);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QSignalSpy loaded(editor, &HtmlEditor::loaded);
+    editor->setContent("<P>x</P>", {}, QDir::tempPath());
+    ASSERT_TRUE(loaded.wait(kTimeoutMs));
+
+    field->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }, kTimeoutMs));
+    QSignalSpy focused(editor, &HtmlEditor::focusReceived);
+    editor->view()->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !focused.isEmpty(); }, kTimeoutMs));
+
+    field->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }, kTimeoutMs));
+    EXPECT_EQ(focused.size(), 1) << "leaving the editor is not a focus of the editor";
+}
+
+// ---- the lumora-file scheme ----------------------------------------------------------------
+
+TEST(LumoraScheme, ResolvesOnlyInsideTheRoot) {
+    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/page1.html"), "/m/Lesson1/page1.html");
+    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/media/a b.png"), "/m/Lesson1/media/a b.png");
+    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/scripts/../page0.html"), "/m/Lesson1/page0.html");
+    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/../Lesson2/page0.html"), "");
+    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/../Lesson1x/page0.html"), "");
+    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/"), "");
+}
+
+TEST(LumoraScheme, MimeTypesByExtension) {
+    EXPECT_EQ(mimeTypeForFile("lessonframeset.html"), "text/html");
+    EXPECT_EQ(mimeTypeForFile("scripts/inc_ModuleInfo.js"), "text/javascript");
+    EXPECT_EQ(mimeTypeForFile("css/camstyle.css"), "text/css");
+    EXPECT_EQ(mimeTypeForFile("a.GIF"), "image/gif");
+    EXPECT_EQ(mimeTypeForFile("a.png"), "image/png");
+    EXPECT_EQ(mimeTypeForFile("a.jpg"), "image/jpeg");
+    EXPECT_EQ(mimeTypeForFile("a.svg"), "image/svg+xml");
+    EXPECT_EQ(mimeTypeForFile("a.mp3"), "audio/mpeg");
+    EXPECT_EQ(mimeTypeForFile("a.mp4"), "video/mp4");
+    EXPECT_EQ(mimeTypeForFile("README"), "application/octet-stream");
+}
+
+TEST(LumoraScheme, EachFolderIsOneOriginAndMapsBack) {
+    const QUrl frameset = lumoraUrlForFile("/work/MyContent/L1/lessonframeset.html");
+    const QUrl other = lumoraUrlForFile("/work/MyContent/L2/lessonframeset.html");
+    EXPECT_EQ(frameset.scheme(), "lumora-file");
+    EXPECT_NE(frameset.host(), other.host());
+    QUrl page = frameset.resolved(QUrl("media/a%20b.png"));
+    EXPECT_EQ(page.host(), frameset.host());
+    EXPECT_EQ(localFileForLumoraUrl(page), "/work/MyContent/L1/media/a b.png");
+    EXPECT_EQ(localFileForLumoraUrl(QUrl("lumora-file://unknown/x.html")), "");
+    EXPECT_EQ(localFileForLumoraUrl(QUrl("file:///work/MyContent/L1/page0.html")), "");
+}
+
+// ---- preview and help --------------------------------------------------------------------
+
+class ModuleWebViewTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(folder.isValid());
+        view.resize(640, 480);
+        view.show();
+    }
+
+    QVariant js(const QString& script) { return evaluate(view.page(), script); }
+
+    QString module(const QString& name) const { return folder.filePath("Lesson1/" + name); }
+
+    QTemporaryDir folder;
+    ModuleWebView view;
+};
+
+TEST_F(ModuleWebViewTest, FramesOfAModuleScriptEachOther) {
+    writeFile(module("scripts/inc_ModuleInfo.js"), "var modTitle = \"Frames\";\r\n");
+    writeFile(module("lessonframeset.html"),
+              "<html><head><script src=\"scripts/inc_ModuleInfo.js\"></script>"
+              "<script>var secret = 42;</script></head>"
+              "<frameset rows=\"50%,*\"><frame src=\"page0.html\"><frame src=\"nav.html\">"
+              "</frameset></html>");
+    writeFile(module("page0.html"),
+              "<html><body><img id=\"ok\" src=\"media/pic.png\" onload=\"parent.picLoaded = 1\">"
+              "<img src=\"media/none.png\" onerror=\"parent.missingFailed = 1\">"
+              "<script>parent.childSaw = parent.secret + ':' + parent.modTitle;</script>"
+              "</body></html>");
+    writeFile(module("nav.html"), "<html><body>nav</body></html>");
+    writeFile(module("media/pic.png"), tinyPng());
+
+    QSignalSpy finished(&view, &QWebEngineView::loadFinished);
+    view.navigateTo(module("lessonframeset.html"));
+    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return js("window.childSaw").isValid(); }, kTimeoutMs));
+    EXPECT_EQ(str(js("window.childSaw")), "42:Frames");
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return js("!!(window.picLoaded && window.missingFailed)").toBool(); }, kTimeoutMs))
+        << "an existing image loads and a missing one fails";
+}
+
+TEST_F(ModuleWebViewTest, SameTargetReloadsFromDiskAndWaitsWhileLoading) {
+    const QString frameset = module("lessonframeset.html");
+    writeFile(frameset, "<html><body>first</body></html>");
+    QSignalSpy finished(&view, &QWebEngineView::loadFinished);
+
+    EXPECT_EQ(view.navigateTo(frameset), ModuleWebView::NavigationAction::Navigated);
+    EXPECT_EQ(view.locationText(), frameset);
+    EXPECT_EQ(view.navigateTo(frameset), ModuleWebView::NavigationAction::Ignored);
+    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    EXPECT_EQ(str(js("document.body.textContent")), "first");
+    EXPECT_EQ(view.locationText(), frameset);
+
+    // Saved since the last preview: the same target shows the file as it is now.
+    writeFile(frameset, "<html><body>second</body></html>");
+    EXPECT_EQ(view.navigateTo(frameset), ModuleWebView::NavigationAction::Reloaded);
+    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    EXPECT_EQ(str(js("document.body.textContent")), "second");
+
+    const QString help = folder.filePath("Help/lessonFrameset.html");
+    writeFile(help, "<html><body>help</body></html>");
+    EXPECT_EQ(view.navigateTo(help), ModuleWebView::NavigationAction::Navigated);
+    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    EXPECT_EQ(str(js("document.body.textContent")), "help");
+    EXPECT_EQ(view.locationText(), help);
+}
+
+} // namespace
+} // namespace lumora
