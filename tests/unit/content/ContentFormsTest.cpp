@@ -82,11 +82,6 @@ TEST_F(ContentForms, StoredFormAcceptsOtherSlashFormAndFileUrls) {
               "<IMG src=\"/elsewhere/c.gif\">");
 }
 
-TEST_F(ContentForms, ConversionsNormalise) {
-    EXPECT_EQ(toEditorHTML("<STRONG>\xC2\xA9</STRONG>", paths), "<b>&copy;</b>");
-    EXPECT_EQ(toStoredHTML("<EM>\xE2\x82\xAC</EM>", paths), "<i>&euro;</i>");
-}
-
 TEST_F(ContentForms, ScriptStringEscapesQuotesAndLineBreaks) {
     const std::string editor = "Say \"hi\"\r\n<IMG src=\"" + media + "x.png\">";
     const std::string literal = toScriptString(editor, paths);
@@ -98,14 +93,6 @@ TEST_F(ContentForms, ScriptStringLeavesOtherCharactersAsTheyAre) {
     EXPECT_EQ(toScriptString("a\\b 'c'\rd\ne", paths), "a\\b 'c'\rd\ne");
     // A typed "<br>" and a line break read back the same.
     EXPECT_EQ(fromScriptString("one<br>two", paths), "one\r\ntwo");
-}
-
-TEST_F(ContentForms, ScriptStringWithActivityReference) {
-    const std::string editor = start + "3" + end;
-    const std::string literal = toScriptString(editor, paths);
-    EXPECT_EQ(literal, "<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML("
-                       "3));</SCRIPT>");
-    EXPECT_EQ(fromScriptString(literal, paths), editor);
 }
 
 TEST_F(ContentForms, TableLineBreaksAreFlattenedOnTheWayToAScript) {

@@ -292,6 +292,13 @@ TEST_F(ListOps, AddingReusesATrailingBlankItem) {
     EXPECT_EQ(session.module.glossary[1].id, "1");
     EXPECT_EQ(session.CurrentTerm, 1);
     EXPECT_TRUE(session.ModuleChanged);
+
+    giveQuestions(2);
+    session.CurrentItem = 1;
+    addBlankOption(session);
+    ASSERT_EQ(session.module.questions[1].options.size(), 2u);
+    EXPECT_EQ(session.module.questions[1].options[1].txtDisplay, "Sample Option");
+    EXPECT_EQ(session.CurrentOption, 1);
 }
 
 TEST_F(ListOps, NewQuestionsComeFromTheTemplateOfTheModuleType) {
@@ -309,17 +316,6 @@ TEST_F(ListOps, NewQuestionsComeFromTheTemplateOfTheModuleType) {
     ASSERT_EQ(session.module.questions.size(), 3u);
     EXPECT_EQ(session.module.questions[1].options.size(), 6u);
     EXPECT_EQ(session.module.questions[2].options[4].txtDisplay, "Poor");
-}
-
-TEST_F(ListOps, AddOptionAppendsTheDefaultOptionToTheCurrentItem) {
-    giveQuestions(2);
-    session.CurrentItem = 1;
-    addBlankOption(session);
-    const auto& options = session.module.questions[1].options;
-    ASSERT_EQ(options.size(), 2u);
-    EXPECT_EQ(options[1].txtDisplay, "Sample Option");
-    EXPECT_EQ(session.CurrentOption, 1);
-    EXPECT_EQ(session.module.questions[0].options.size(), 1u);
 }
 
 TEST_F(ListOps, DroppingBlankQuestionsKeepsOrderAndOnePlaceholder) {

@@ -42,12 +42,6 @@ TEST(QuestionValidation, RadioNeedsExactlyOneCheckboxAtLeastOne) {
     EXPECT_FALSE(valid(question("", {"true"})));
 }
 
-TEST(QuestionValidation, CountsCorrectFlagsInAnyCase) {
-    EXPECT_EQ(countCorrectOptions(question("radio", {"true", "TRUE", "tRuE", "false", "", "1"})),
-              3);
-    EXPECT_EQ(countCorrectOptions(QAndAItem{}), 0);
-}
-
 TEST(QuestionValidation, MessageListsInvalidNumbersWordForWord) {
     CourseModule module;
     module.questions = {question("radio", {}), question("radio", {"true"}),
