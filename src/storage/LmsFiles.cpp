@@ -74,6 +74,11 @@ std::string folderForComment(std::string_view folder) {
     return out;
 }
 
+std::string manifestComment(std::string_view folderName) {
+    return "<!--" + std::string(kFolderCommentStart) + folderForComment(folderName) +
+           std::string(kFolderCommentEnd) + "-->";
+}
+
 std::string manifestPath(const std::string& folder) {
     return joinPath(folder, kManifestFile);
 }
@@ -183,11 +188,6 @@ std::string pathForHref(std::string_view href) {
         out += href[i];
     }
     return out;
-}
-
-std::string manifestComment(std::string_view folderName) {
-    return "<!--" + std::string(kFolderCommentStart) + folderForComment(folderName) +
-           std::string(kFolderCommentEnd) + "-->";
 }
 
 // --- identity -----------------------------------------------------------------------------
@@ -343,7 +343,6 @@ void WriteLmsFiles(const CourseModule& module) {
     info.title = module.modTitle;
     info.launchFile =
         module.framesetFile.empty() ? framesetFileFor(module.moduleType) : module.framesetFile;
-    info.moduleType = module.moduleType;
     writeLmsFilesTo(folder, info);
 }
 
@@ -353,7 +352,6 @@ void writeTemplateLmsFiles(const std::string& templateFolder, const std::string&
     info.id = kTemplateModuleId;
     info.title = title;
     info.launchFile = framesetFileFor(moduleType);
-    info.moduleType = moduleType;
     writeLmsFilesTo(templateFolder, info);
 }
 

@@ -33,7 +33,6 @@ struct LmsModuleInfo {
     std::string folderName; // recorded in the manifest; empty for a template
     std::string title;      // modTitle
     std::string launchFile; // the frameset file
-    std::string moduleType; // "Lesson", "Evaluation", "Survey"
 };
 
 // The four AICC course structure files, CR LF lines.
@@ -81,6 +80,5 @@ std::string oneLine(std::string_view text);     // line breaks and tabs become b
 std::string aiccQuoted(std::string_view text);  // one double-quoted field of .au/.des/.cst
 std::string hrefForPath(std::string_view path); // percent-encodes what a URI may not hold
 std::string pathForHref(std::string_view href); // the reverse
-std::string manifestComment(std::string_view folderName);
 
 } // namespace lumora

@@ -76,8 +76,7 @@ bool hasProblem(const std::vector<std::string>& problems, const std::string& tex
 // --- bytes -----------------------------------------------------------------------------------
 
 TEST(LmsFilesBytes, ManifestListsFilesUnderOneScoLaunchingTheFrameset) {
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety-1", "Fire Safety", "poolframeset.html",
-                       kEvaluation};
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety-1", "Fire Safety", "poolframeset.html"};
     const std::string expected =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
         "<!-- Lumora module folder: Safety%2D1 -->\r\n"
@@ -109,8 +108,7 @@ TEST(LmsFilesBytes, ManifestListsFilesUnderOneScoLaunchingTheFrameset) {
 }
 
 TEST(LmsFilesBytes, AiccCourseFilesDescribeOneUnitWithCrLfLines) {
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety", "Fire Safety", "surveyframeset.html",
-                       kSurvey};
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety", "Fire Safety", "surveyframeset.html"};
     AiccFiles f = aiccFiles(info);
     EXPECT_EQ(f.au, "\"System_ID\",\"Type\",\"Command_Line\",\"File_Name\",\"Max_Score\","
                     "\"Mastery_Score\",\"Max_Time_Allowed\",\"Time_Limit_Action\","
@@ -129,7 +127,7 @@ TEST(LmsFilesBytes, AiccCourseFilesDescribeOneUnitWithCrLfLines) {
 
 TEST(LmsFilesBytes, TitleWithMarkupCharactersAndQuotesStaysTheTitle) {
     const std::string title = "Q&A: <Intro> \"Part\" 'one'\r\nnext";
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "", title, "lessonframeset.html", kLesson};
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "", title, "lessonframeset.html"};
 
     // Read back through an XML reader, the manifest's titles are the title on one line.
     auto tokens = scanXml(manifestXml(info, {}));
@@ -152,7 +150,7 @@ TEST(LmsFilesBytes, ManifestTitleIsCutToTheSchemasTwoHundredCharacters) {
     std::string title;
     for (int i = 0; i < 150; ++i)
         title += "\xC3\xA9-"; // "é-": two characters, three bytes
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "", title, "lessonframeset.html", kLesson};
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "", title, "lessonframeset.html"};
     const std::string xml = manifestXml(info, {});
     std::string cut;
     for (int i = 0; i < 100; ++i)
@@ -188,7 +186,7 @@ TEST(LmsFilesIdentity, NewIdsAreWellFormedAndDistinct) {
 
 TEST(LmsFilesIdentity, FolderNameSurvivesTheCommentItIsRecordedIn) {
     for (std::string folder : {"Course-1", "a--b-", "50%_off", "\xC3\xA9t\xC3\xA9"}) {
-        LmsModuleInfo info{"LUM-0123456789ABCDEF", folder, "T", "lessonframeset.html", kLesson};
+        LmsModuleInfo info{"LUM-0123456789ABCDEF", folder, "T", "lessonframeset.html"};
         const std::string xml = manifestXml(info, {});
         EXPECT_EQ(xml.find("--", xml.find("<!--") + 4), xml.find("-->")) << folder;
         LmsModuleInfo back = readManifestIdentity(xml);
@@ -198,7 +196,7 @@ TEST(LmsFilesIdentity, FolderNameSurvivesTheCommentItIsRecordedIn) {
 }
 
 TEST(LmsFilesIdentity, IdIsKeptOnlyForTheFolderItWasMadeFor) {
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html", kLesson};
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html"};
     const std::string xml = manifestXml(info, {});
     EXPECT_EQ(chooseModuleId(xml, "Course1"), "LUM-0123456789ABCDEF");
     EXPECT_NE(chooseModuleId(xml, "Copy1"), "LUM-0123456789ABCDEF");
@@ -206,7 +204,7 @@ TEST(LmsFilesIdentity, IdIsKeptOnlyForTheFolderItWasMadeFor) {
     EXPECT_TRUE(isModuleId(chooseModuleId("", "Course1")));
     EXPECT_TRUE(isModuleId(chooseModuleId("<manifest", "Course1")));
 
-    LmsModuleInfo templ{kTemplateModuleId, "", "T", "lessonframeset.html", kLesson};
+    LmsModuleInfo templ{kTemplateModuleId, "", "T", "lessonframeset.html"};
     const std::string fromTemplate = chooseModuleId(manifestXml(templ, {}), "Lesson");
     EXPECT_TRUE(isModuleId(fromTemplate)) << fromTemplate;
 }
@@ -340,7 +338,7 @@ TEST(LmsXmlScan, DecodesEntitiesAndKeepsWhatItDoesNotKnow) {
 }
 
 TEST(LmsXmlScan, ATruncatedManifestNeverYieldsAGarbledIdentity) {
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html", kLesson};
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html"};
     const std::string xml = manifestXml(info, {"a.html", "b.html"});
     for (std::size_t n = 0; n <= xml.size(); ++n) {
         LmsModuleInfo back = readManifestIdentity(std::string_view(xml).substr(0, n));
