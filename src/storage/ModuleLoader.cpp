@@ -61,24 +61,23 @@ void loadGlossary(CourseModule& module, const std::string& path, const ContentPa
     static const std::string kTerm = "arrDefObjects[TermID].term = \"";
     static const std::string kDefinition = "arrDefObjects[TermID].definition = \"";
 
-    std::optional<std::size_t> current; // no term yet: values have nowhere to go
-    std::size_t count = 0;
+    // Terms read so far; values go to the last one, and have nowhere to go before the first.
+    std::size_t terms = 0;
     for (const std::string& line : readTextLines(path)) {
         if (contains(line, kNewTerm)) {
             GlossaryTerm term;
-            term.id = std::to_string(count);
-            current = count++;
-            placeAt(module.glossary, *current, std::move(term));
+            term.id = std::to_string(terms);
+            placeAt(module.glossary, terms++, std::move(term));
         }
         if (contains(line, kTerm)) {
             std::string value = ExtractValue(line, kTerm, 2);
-            if (!value.empty() && current)
-                module.glossary[*current].term = unescapeQuotes(value);
+            if (!value.empty() && terms > 0)
+                module.glossary[terms - 1].term = unescapeQuotes(value);
         }
         if (contains(line, kDefinition)) {
             std::string value = ExtractValue(line, kDefinition, 2);
-            if (!value.empty() && current)
-                module.glossary[*current].definition = fromScriptString(value, paths);
+            if (!value.empty() && terms > 0)
+                module.glossary[terms - 1].definition = fromScriptString(value, paths);
         }
     }
 }
@@ -90,9 +89,10 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
     const QuestionPrefixes p = questionPrefixes(lesson);
 
     bool questionTextRead = false;
-    std::optional<std::size_t> item;   // the item values go to
-    std::optional<std::size_t> option; // the option of that item values go to
-    std::size_t itemCount = 0;
+    // Items read so far and options read for the last item: values go to the last of each,
+    // and a value read before its item or option has nowhere to go.
+    std::size_t items = 0;
+    std::size_t options = 0;
 
     // Stores a value of the current option, when the line has one and there is an option.
     const auto setOption = [&](const std::string& line, const std::string& prefix,
@@ -100,17 +100,18 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
         if (!contains(line, prefix))
             return;
         std::string value = ExtractValue(line, prefix, 2);
-        if (!value.empty() && item && option)
-            module.questions[*item].options[*option].*field = fromScriptString(value, paths);
+        if (!value.empty() && items > 0 && options > 0)
+            module.questions[items - 1].options[options - 1].*field =
+                fromScriptString(value, paths);
     };
     const auto setItem = [&](const std::string& line, const std::string& prefix,
                              std::string QAndAItem::*field) -> bool {
         if (!contains(line, prefix))
             return false;
         std::string value = ExtractValue(line, prefix, 2);
-        if (value.empty() || !item)
+        if (value.empty() || items == 0)
             return false;
-        module.questions[*item].*field = fromScriptString(value, paths);
+        module.questions[items - 1].*field = fromScriptString(value, paths);
         return true;
     };
 
@@ -118,23 +119,20 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
         if (contains(line, p.newItem)) {
             QAndAItem fresh;
             fresh.questionType = ExtractValue(line, p.newItem, 3);
-            fresh.id = std::to_string(itemCount + 1);
+            fresh.id = std::to_string(items + 1);
             fresh.shuffleDistractors = "false";
             fresh.options.resize(1); // the never-empty placeholder; the first option replaces it
-            item = itemCount++;
-            option.reset();
-            placeAt(module.questions, *item, std::move(fresh));
+            placeAt(module.questions, items++, std::move(fresh));
+            options = 0;
         }
         if (setItem(line, p.question, &QAndAItem::questionText))
             questionTextRead = true;
         if (contains(line, p.addOption)) {
             std::string value = ExtractValue(line, p.addOption, 2);
-            if (!value.empty() && item) {
-                std::vector<QuestionOption>& options = module.questions[*item].options;
-                option = option ? *option + 1 : 0;
+            if (!value.empty() && items > 0) {
                 QuestionOption fresh;
                 fresh.correct = std::move(value);
-                placeAt(options, *option, std::move(fresh));
+                placeAt(module.questions[items - 1].options, options++, std::move(fresh));
             }
         }
         setOption(line, p.txtValue, &QuestionOption::txtValue);
@@ -143,8 +141,8 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
             setOption(line, p.incorrectRationale, &QuestionOption::incorrectRationale);
         if (!survey)
             setItem(line, p.rationale, &QAndAItem::rationale);
-        if (item && contains(line, kShuffleOptions))
-            module.questions[*item].shuffleDistractors = "true";
+        if (items > 0 && contains(line, kShuffleOptions))
+            module.questions[items - 1].shuffleDistractors = "true";
     }
     return questionTextRead;
 }

@@ -1,0 +1,342 @@
+// Reading modules back: round trips through the writer, and the loader's defined behaviour on
+// files the writer would never produce.
+#include "StorageFixture.h"
+
+#include "storage/ModuleLoader.h"
+#include "storage/ModuleWriter.h"
+#include "storage/PageFiles.h"
+#include "storage/TextFile.h"
+
+namespace lumora::test {
+namespace {
+
+class ModuleLoaderTest : public StorageTest {
+  protected:
+    // Loads into a fresh module of the type, as the session does after ResetModule.
+    CourseModule load(const std::string& type, LoadOutcome* outcome = nullptr) {
+        CourseModule m = makeModule(type);
+        LoadOutcome o = LoadModuleFiles(m, paths);
+        if (outcome)
+            *outcome = o;
+        return m;
+    }
+    // A Lesson's three script files, the other two empty.
+    void lessonFiles(const std::string& info, const std::string& qanda = "",
+                     const std::string& glossary = "") {
+        writeBytes(script("inc_ModuleInfo.js"), info);
+        writeBytes(script("inc_QAndA.js"), qanda);
+        writeBytes(script("inc_Glossary.js"), glossary);
+    }
+};
+
+TEST_F(ModuleLoaderTest, LessonRoundTrip) {
+    CourseModule m = makeModule(kLesson);
+    m.modTitle = "Say \"hi\"";
+    m.copyright = "\xC2\xA9 Acme \"Co\"";
+    m.useSCORM = "false";
+    m.pages = {LessonPage{"", "Intro", "<P>Hello</P>"}, LessonPage{"", "Two", "<P>World</P>"}};
+    m.glossary = {GlossaryTerm{"", "Term \"A\"", "Plain definition"},
+                  GlossaryTerm{"", "B", "Second"}};
+    QAndAItem a;
+    a.questionType = "checkbox";
+    a.questionText = "Which \"ones\"?";
+    a.rationale = "See page 2";
+    a.shuffleDistractors = "true";
+    a.options = {QuestionOption{"true", "", "One", ""}, QuestionOption{"false", "", "", ""},
+                 QuestionOption{"true", "", "Three", ""}};
+    m.questions = {a};
+    WriteModuleFiles(m, paths);
+
+    LoadOutcome outcome;
+    CourseModule r = load(kLesson, &outcome);
+    EXPECT_TRUE(outcome.questionTextRead);
+    EXPECT_EQ(r.modTitle, m.modTitle);
+    EXPECT_EQ(r.copyright, m.copyright);
+    EXPECT_EQ(r.useSCORM, "false");
+    EXPECT_EQ(r.shuffleEvalQuestions, "false");
+
+    ASSERT_EQ(r.pages.size(), 2u);
+    EXPECT_EQ(r.pages[0].fileName, "page0.html");
+    EXPECT_EQ(r.pages[0].title, "Intro");
+    // A page comes back with the line break its line in the file ends with.
+    EXPECT_EQ(r.pages[0].content, "<P>Hello</P>\r\n");
+    EXPECT_EQ(r.pages[1].fileName, "page1.html");
+    EXPECT_EQ(r.pages[1].content, "<P>World</P>\r\n");
+
+    ASSERT_EQ(r.glossary.size(), 2u);
+    EXPECT_EQ(r.glossary[0].id, "0");
+    EXPECT_EQ(r.glossary[0].term, "Term \"A\"");
+    EXPECT_EQ(r.glossary[0].definition, "Plain definition");
+    EXPECT_EQ(r.glossary[1].id, "1");
+    EXPECT_EQ(r.glossary[1].term, "B");
+
+    ASSERT_EQ(r.questions.size(), 1u);
+    const QAndAItem& q = r.questions[0];
+    EXPECT_EQ(q.id, "1");
+    EXPECT_EQ(q.questionType, "checkbox");
+    EXPECT_EQ(q.questionText, "Which \"ones\"?");
+    EXPECT_EQ(q.rationale, "See page 2");
+    EXPECT_EQ(q.shuffleDistractors, "true");
+    // The skipped option leaves a gap in the values, not in the list.
+    ASSERT_EQ(q.options.size(), 2u);
+    EXPECT_EQ(q.options[0].correct, "true");
+    EXPECT_EQ(q.options[0].txtValue, "0");
+    EXPECT_EQ(q.options[0].txtDisplay, "One");
+    EXPECT_EQ(q.options[1].txtValue, "2");
+    EXPECT_EQ(q.options[1].txtDisplay, "Three");
+}
+
+TEST_F(ModuleLoaderTest, SecondSaveOfALoadedModuleWritesTheSameScripts) {
+    // Definition line breaks are written as the two characters \n and come back in that form,
+    // which the next save writes unchanged: the files settle after one round.
+    CourseModule m = makeModule(kLesson);
+    m.modTitle = "Settled"; // an empty title would swallow the lines after it
+    m.pages = {LessonPage{"", "Only", "<P>x</P>"}};
+    m.glossary = {GlossaryTerm{"", "T", "line one\r\nline \"two\""}};
+    WriteModuleFiles(m, paths);
+    const std::string glossary = readBytes(script("inc_Glossary.js"));
+    const std::string info = readBytes(script("inc_ModuleInfo.js"));
+
+    CourseModule r = load(kLesson);
+    EXPECT_EQ(r.glossary[0].definition, "line one\\nline \"two\"");
+    WriteModuleFiles(r, paths);
+    EXPECT_EQ(readBytes(script("inc_Glossary.js")), glossary);
+    EXPECT_EQ(readBytes(script("inc_ModuleInfo.js")), info);
+}
+
+TEST_F(ModuleLoaderTest, EvaluationRoundTrip) {
+    CourseModule m = makeModule(kEvaluation);
+    m.modTitle = "Pool";
+    m.useSCORM = "true";
+    m.shuffleEvalQuestions = "true";
+    m.intNumQuestions = -7;
+    QAndAItem q;
+    q.questionType = "radio";
+    q.questionText = "Line 1\r\nLine 2";
+    q.rationale = "Why";
+    q.shuffleDistractors = "false";
+    q.options = {QuestionOption{"true", "", "Right", ""},
+                 QuestionOption{"false", "", "Wrong", "Think \"again\""}};
+    m.questions = {q, q};
+    m.questions[1].shuffleDistractors = "true";
+    WriteModuleFiles(m, paths);
+
+    CourseModule r = load(kEvaluation);
+    EXPECT_EQ(r.modTitle, "Pool");
+    EXPECT_EQ(r.useSCORM, "true");
+    EXPECT_EQ(r.shuffleEvalQuestions, "true");
+    EXPECT_EQ(r.intNumQuestions, -7);
+    ASSERT_EQ(r.questions.size(), 2u);
+    EXPECT_EQ(r.questions[0].questionText, "Line 1\r\nLine 2");
+    EXPECT_EQ(r.questions[0].shuffleDistractors, "false");
+    EXPECT_EQ(r.questions[1].shuffleDistractors, "true");
+    EXPECT_EQ(r.questions[1].id, "2");
+    ASSERT_EQ(r.questions[0].options.size(), 2u);
+    EXPECT_EQ(r.questions[0].options[1].incorrectRationale, "Think \"again\"");
+    EXPECT_EQ(r.questions[0].rationale, "Why");
+}
+
+TEST_F(ModuleLoaderTest, SurveyRoundTripReadsNoFeedback) {
+    CourseModule m = makeModule(kSurvey);
+    m.shuffleEvalQuestions = "true";
+    m.questions = {makeDefaultRecords(2024).surveyQuestion};
+    WriteModuleFiles(m, paths);
+    // A rationale line in a survey file is not the survey's.
+    std::string bytes = readBytes(script("inc_Objectives.js"));
+    writeBytes(script("inc_Objectives.js"),
+               bytes + "arrQuestions[EvalID].evalRationale = \"stray\";\r\n"
+                       "arrQuestions[EvalID].evalDistractors[thisOpt].incorrectRationale = "
+                       "\"stray\";\r\n");
+
+    CourseModule r = makeModule(kSurvey);
+    r.shuffleEvalQuestions = "true";
+    LoadModuleFiles(r, paths);
+    EXPECT_EQ(r.shuffleEvalQuestions, "false");
+    ASSERT_EQ(r.questions.size(), 1u);
+    EXPECT_EQ(r.questions[0].questionText, m.questions[0].questionText);
+    EXPECT_EQ(r.questions[0].rationale, "");
+    ASSERT_EQ(r.questions[0].options.size(), 5u);
+    EXPECT_EQ(r.questions[0].options[4].txtDisplay, "Poor");
+    EXPECT_EQ(r.questions[0].options[4].txtValue, "4");
+    EXPECT_EQ(r.questions[0].options[4].incorrectRationale, "");
+}
+
+TEST_F(ModuleLoaderTest, TitleAndCopyrightAreUnescapedTwice) {
+    writeBytes(script("inc_Objectives.js"), "var modTitle = \"He said \\\"hi\\\"\";\r\n"
+                                            "var copyright = \"a\\\\\"b\";\r\n"
+                                            "var useSCORM = true;\r\n");
+    CourseModule r = load(kSurvey);
+    EXPECT_EQ(r.modTitle, "He said \"hi\"");
+    // A backslash written before a quote does not survive the second unescape.
+    EXPECT_EQ(r.copyright, "a\"b");
+}
+
+TEST_F(ModuleLoaderTest, MissingUseScormLineMeansScorm) {
+    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"P\");\r\n");
+    CourseModule r = load(kLesson);
+    EXPECT_EQ(r.useSCORM, "true");
+    // The search for the switch read the page line too.
+    ASSERT_EQ(r.pages.size(), 1u);
+    EXPECT_EQ(r.pages[0].fileName, "");
+}
+
+TEST_F(ModuleLoaderTest, EmptyCopyrightSwallowsTheRestOfTheFile) {
+    lessonFiles("var modTitle = \"T\";\r\n"
+                "var objLessonModule = new objLesson(window.modTitle);\r\n"
+                "var copyright = \"\";\r\n"
+                "var useSCORM = false;\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"P\");\r\n");
+    CourseModule r = load(kLesson);
+    EXPECT_EQ(r.modTitle, "T");
+    EXPECT_EQ(r.copyright, "");
+    EXPECT_EQ(r.useSCORM, "");
+    ASSERT_EQ(r.pages.size(), 1u);
+    EXPECT_EQ(r.pages[0].title, "");
+    EXPECT_FALSE(fs::exists(moduleFile("page0.html")));
+}
+
+TEST_F(ModuleLoaderTest, MissingPageFileIsRecreatedFromTheSkeleton) {
+    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\nvar useSCORM = true;\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"A\");\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"B\");\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"C\");\r\n");
+    const std::string page = "<LUMApageContent>\r\n<P>kept</P>\r\n</LUMApageContent>\r\n";
+    writeBytes(moduleFile("page0.html"), page);
+    writeBytes(moduleFile("page1.html"), page);
+
+    CourseModule r = load(kLesson);
+    ASSERT_EQ(r.pages.size(), 3u);
+    EXPECT_EQ(r.pages[1].content, "<P>kept</P>\r\n");
+    EXPECT_EQ(r.pages[2].title, "C");
+    // The skeleton's sample is between the markers, so the recreated page reads it.
+    EXPECT_EQ(r.pages[2].content, "<P>Template sample</P>\r\n");
+    EXPECT_EQ(readBytes(moduleFile("page2.html")), kSkeleton);
+}
+
+TEST_F(ModuleLoaderTest, PageTitlesAreReadAsContent) {
+    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\nvar useSCORM = true;\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"a<br>b &nbsp;\");\r\n"
+                "objLessonModule.addPage(objLessonModule.pages.length, \"&nbsp;\");\r\n");
+    CourseModule r = load(kLesson);
+    ASSERT_EQ(r.pages.size(), 2u);
+    EXPECT_EQ(r.pages[0].title, "a\r\nb &nbsp;");
+    EXPECT_EQ(r.pages[1].title, "");
+}
+
+TEST_F(ModuleLoaderTest, EmptyOptionIsNotAppended) {
+    lessonFiles("var copyright = \"C\";\r\n",
+                "arrActObjects[ActID] = new objActQuestion(thisID, \"radio\");\r\n"
+                "arrActObjects[ActID].addDistractor(true);\r\n"
+                "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"A\";\r\n"
+                "arrActObjects[ActID].addDistractor();\r\n"
+                "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"B\";\r\n");
+    LoadOutcome outcome;
+    CourseModule r = load(kLesson, &outcome);
+    EXPECT_FALSE(outcome.questionTextRead);
+    ASSERT_EQ(r.questions.size(), 1u);
+    ASSERT_EQ(r.questions[0].options.size(), 1u);
+    // The value after the empty option still goes to the option that was appended.
+    EXPECT_EQ(r.questions[0].options[0].txtDisplay, "B");
+}
+
+TEST_F(ModuleLoaderTest, LinesBeforeTheirItemAreIgnored) {
+    lessonFiles("",
+                "arrActObjects[ActID].actQuestion = \"orphan\";\r\n"
+                "arrActObjects[ActID].addDistractor(true);\r\n"
+                "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"orphan\";\r\n"
+                "arrActObjects[ActID].shuffleDistractors();\r\n"
+                "arrActObjects[ActID] = new objActQuestion(thisID, \"radio\");\r\n"
+                "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"no option yet\";\r\n"
+                "arrActObjects[ActID].actQuestion = \"Q\";\r\n",
+                "arrDefObjects[TermID].term = \"orphan\";\r\n"
+                "arrDefObjects[TermID].definition = \"orphan\";\r\n");
+    LoadOutcome outcome;
+    CourseModule r = load(kLesson, &outcome);
+    EXPECT_TRUE(outcome.questionTextRead);
+    ASSERT_EQ(r.questions.size(), 1u);
+    const QAndAItem& q = r.questions[0];
+    EXPECT_EQ(q.questionText, "Q");
+    EXPECT_EQ(q.shuffleDistractors, "false");
+    // The item keeps one blank option so its list is never empty.
+    ASSERT_EQ(q.options.size(), 1u);
+    EXPECT_EQ(q.options[0].txtDisplay, "");
+    EXPECT_EQ(q.options[0].txtValue, "");
+    // No term line: the glossary keeps its placeholder untouched.
+    ASSERT_EQ(r.glossary.size(), 1u);
+    EXPECT_EQ(r.glossary[0].term, "");
+    EXPECT_EQ(r.glossary[0].definition, "");
+}
+
+TEST_F(ModuleLoaderTest, PrefixesMatchAnywhereAndEmptyValuesAreNotStored) {
+    lessonFiles("", "",
+                "  arrDefObjects[TermID] = new objGlossary(TermID); // first\r\n"
+                "x arrDefObjects[TermID].term = \"A\";\r\n"
+                "arrDefObjects[TermID].term = \"\";\r\n"
+                "arrDefObjects[TermID].definition = \"<P>&nbsp;</P>\";\r\n"
+                "arrDefObjects[TermID].definition = \"d\\\"q\\\"\";\r\n"
+                "arrDefObjects[TermID].definition = \"\";\r\n");
+    CourseModule r = load(kLesson);
+    ASSERT_EQ(r.glossary.size(), 1u);
+    EXPECT_EQ(r.glossary[0].id, "0");
+    EXPECT_EQ(r.glossary[0].term, "x A");
+    EXPECT_EQ(r.glossary[0].definition, "d\"q\"");
+}
+
+TEST_F(ModuleLoaderTest, QuestionCountMustBeA16BitNumber) {
+    const auto countFrom = [&](const std::string& lines) {
+        writeBytes(script("inc_Questions.js"), "var modTitle = \"T\";\r\nvar copyright = \"C\";\r\n"
+                                               "var useSCORM = true;\r\n" +
+                                                   lines);
+        return load(kEvaluation);
+    };
+    EXPECT_EQ(countFrom("var shuffleEvalQuestions = false;\r\nvar intNumQuestions =  12 ;\r\n")
+                  .intNumQuestions,
+              12);
+    EXPECT_EQ(countFrom("var shuffleEvalQuestions = false;\r\nvar intNumQuestions = -32768;\r\n")
+                  .intNumQuestions,
+              -32768);
+    // Not a number, out of range: the line is passed over and a later one may still count.
+    EXPECT_EQ(countFrom("var shuffleEvalQuestions = true;\r\nvar intNumQuestions = abc;\r\n"
+                        "var intNumQuestions = 32768;\r\nvar intNumQuestions = 1e3;\r\n"
+                        "var intNumQuestions = 99999999999999999999;\r\n"
+                        "var intNumQuestions = 3;\r\n")
+                  .intNumQuestions,
+              3);
+    CourseModule none = countFrom("var intNumQuestions = x;\r\n");
+    EXPECT_EQ(none.intNumQuestions, 0);
+    // Without its line the pool keeps the default order setting.
+    EXPECT_EQ(none.shuffleEvalQuestions, "false");
+}
+
+TEST_F(ModuleLoaderTest, OldWindows1252FilesAreRead) {
+    writeBytes(script("inc_Objectives.js"),
+               "var modTitle = \"Caf\xE9 \x80\";\r\nvar copyright = \"\xA9 1999\";\n");
+    CourseModule r = load(kSurvey);
+    EXPECT_EQ(r.modTitle, "Caf\xC3\xA9 \xE2\x82\xAC");
+    EXPECT_EQ(r.copyright, "\xC2\xA9 1999");
+    EXPECT_EQ(r.useSCORM, "");
+}
+
+TEST_F(ModuleLoaderTest, MissingFilesFailWithTheFileName) {
+    lessonFiles("var modTitle = \"T\";\r\n");
+    fs::remove(script("inc_QAndA.js"));
+    try {
+        load(kLesson);
+        FAIL() << "no FileError";
+    } catch (const FileError& e) {
+        EXPECT_NE(e.path().find("inc_QAndA.js"), std::string::npos);
+    }
+    EXPECT_THROW(load(kEvaluation), FileError);
+}
+
+TEST_F(ModuleLoaderTest, UnknownTypeReadsNothing) {
+    CourseModule m = makeModule("Quiz");
+    CourseModule before = m;
+    EXPECT_FALSE(LoadModuleFiles(m, paths).questionTextRead);
+    EXPECT_EQ(m.modTitle, before.modTitle);
+    EXPECT_EQ(m.useSCORM, before.useSCORM);
+}
+
+} // namespace
+} // namespace lumora::test

@@ -1,0 +1,280 @@
+// The module scripts byte for byte: the grammar the player runs and the loader reads.
+#include "StorageFixture.h"
+
+#include "storage/ModuleWriter.h"
+#include "storage/TextFile.h"
+#include "storage/TextUtil.h"
+
+namespace lumora::test {
+namespace {
+
+// Expected files are written with "\n" for readability; the files end every line with CR LF.
+std::string crlf(const std::string& text) {
+    return replaceAll(text, "\n", "\r\n");
+}
+
+QuestionOption option(const std::string& correct, const std::string& display,
+                      const std::string& rationale = "") {
+    return QuestionOption{correct, "", display, rationale};
+}
+
+QAndAItem item(const std::string& type, const std::string& text,
+               std::vector<QuestionOption> options, const std::string& rationale = "",
+               const std::string& shuffle = "false") {
+    QAndAItem q;
+    q.questionType = type;
+    q.questionText = text;
+    q.options = std::move(options);
+    q.rationale = rationale;
+    q.shuffleDistractors = shuffle;
+    return q;
+}
+
+class ModuleWriterTest : public StorageTest, public ::testing::WithParamInterface<const char*> {
+  protected:
+    std::string scorm() const { return GetParam(); }
+};
+
+INSTANTIATE_TEST_SUITE_P(ScormAndNot, ModuleWriterTest, ::testing::Values("true", "false"));
+
+TEST_P(ModuleWriterTest, LessonInformationAndPages) {
+    CourseModule m = makeModule(kLesson);
+    m.modTitle = "Say \"hi\" C:\\x";
+    m.copyright = "Acme \"Co\"";
+    m.useSCORM = scorm();
+    m.pages = {LessonPage{"page0.html", "Intro", "<P>Hello</P>"},
+               LessonPage{"page5.html", "The \"end\"", ""}};
+    WriteModuleInfo(m, paths);
+
+    EXPECT_EQ(readBytes(script("inc_ModuleInfo.js")),
+              crlf("var modTitle = \"Say \\\"hi\\\" C:\\x\";\n"
+                   "var objLessonModule = new objLesson(window.modTitle);\n"
+                   "var copyright = \"Acme \\\"Co\\\"\";\n"
+                   "var useSCORM = " +
+                   scorm() +
+                   ";\n"
+                   "objLessonModule.addPage(objLessonModule.pages.length, \"Intro\");\n"
+                   "objLessonModule.addPage(objLessonModule.pages.length, \"The \\\"end\\\"\");\n"
+                   "\n"
+                   "var intNumPages = objLessonModule.pages.length;\n"
+                   "var topPage = intNumPages - 1;\n"));
+    // Pages are written by position, whatever file name they were loaded from; the skeleton's
+    // sample content between the markers is dropped.
+    EXPECT_EQ(readBytes(moduleFile("page0.html")),
+              "<HTML><HEAD><TITLE>Page</TITLE></HEAD>\r\n<BODY>\r\n"
+              "<DIV id=content><LUMApageContent>\r\n<P>Hello</P>\r\n"
+              "</LUMApageContent></DIV>\r\n</BODY></HTML>\r\n");
+    EXPECT_EQ(readBytes(moduleFile("page1.html")),
+              "<HTML><HEAD><TITLE>Page</TITLE></HEAD>\r\n<BODY>\r\n"
+              "<DIV id=content><LUMApageContent>\r\n\r\n"
+              "</LUMApageContent></DIV>\r\n</BODY></HTML>\r\n");
+    EXPECT_FALSE(fs::exists(moduleFile("page5.html")));
+}
+
+TEST_P(ModuleWriterTest, LessonActivities) {
+    CourseModule m = makeModule(kLesson);
+    m.useSCORM = scorm();
+    m.questions = {
+        item("radio", "What is \"2+2\"?",
+             {option("true", "Four"), option("false", ""), option("false", "Five")},
+             "Line one\r\nLine two", "true"),
+        item("radio", "&nbsp;", {option("true", "Blank text")}),
+        item("radio", "First option empty", {option("true", ""), option("true", "Later")}),
+        item("checkbox", "Q4", {option("true", "A")}),
+    };
+    WriteQAndA(m, paths);
+
+    EXPECT_EQ(readBytes(script("inc_QAndA.js")),
+              crlf("ActID = arrActObjects.length;\n"
+                   "thisID = ActID+1;\n"
+                   "arrActObjects[ActID] = new objActQuestion(thisID, \"radio\");\n"
+                   "arrActObjects[ActID].actQuestion = \"What is \\\"2+2\\\"?\";\n"
+                   "thisOpt = arrActObjects[ActID].actDistractors.length;\n"
+                   "arrActObjects[ActID].addDistractor(true);\n"
+                   "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"0\";\n"
+                   "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"Four\";\n"
+                   "thisOpt = arrActObjects[ActID].actDistractors.length;\n"
+                   "arrActObjects[ActID].addDistractor(false);\n"
+                   "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"2\";\n"
+                   "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"Five\";\n"
+                   "arrActObjects[ActID].actRationale = \"Line one<br>Line two\";\n"
+                   "arrActObjects[ActID].shuffleDistractors();\n"
+                   "\n"
+                   "ActID = arrActObjects.length;\n"
+                   "thisID = ActID+1;\n"
+                   "arrActObjects[ActID] = new objActQuestion(thisID, \"checkbox\");\n"
+                   "arrActObjects[ActID].actQuestion = \"Q4\";\n"
+                   "thisOpt = arrActObjects[ActID].actDistractors.length;\n"
+                   "arrActObjects[ActID].addDistractor(true);\n"
+                   "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"0\";\n"
+                   "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"A\";\n"
+                   "arrActObjects[ActID].actRationale = \"\";\n"));
+    // Skipped items stay in memory; the blank-looking text was made blank.
+    ASSERT_EQ(m.questions.size(), 4u);
+    EXPECT_EQ(m.questions[1].questionText, "");
+    EXPECT_EQ(m.questions[2].questionText, "First option empty");
+}
+
+TEST_P(ModuleWriterTest, Evaluation) {
+    CourseModule m = makeModule(kEvaluation);
+    m.modTitle = "Final";
+    m.copyright = "(c) 2024";
+    m.useSCORM = scorm();
+    m.shuffleEvalQuestions = "true";
+    m.intNumQuestions = 5;
+    m.questions = {
+        item("radio", "Pick", {option("true", "Yes"), option("false", "No", "Not \"no\"")},
+             "Because", "true"),
+        item("checkbox", "", {option("true", "Ignored")}),
+    };
+    WriteQuestions(m, paths);
+
+    EXPECT_EQ(readBytes(script("inc_Questions.js")),
+              crlf("var modTitle = \"Final\";\n"
+                   "var copyright = \"(c) 2024\";\n"
+                   "var useSCORM = " +
+                   scorm() +
+                   ";\n"
+                   "var shuffleEvalQuestions = true;\n"
+                   "var intNumQuestions = 5;\n"
+                   "\n"
+                   "EvalID = arrQuestions.length;\n"
+                   "thisID = EvalID+1;\n"
+                   "arrQuestions[EvalID] = new objEvalQuestion(thisID, \"radio\");\n"
+                   "arrQuestions[EvalID].evalQuestion = \"Pick\";\n"
+                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
+                   "arrQuestions[EvalID].addDistractor(true);\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"0\";\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"Yes\";\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].incorrectRationale = \"\";\n"
+                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
+                   "arrQuestions[EvalID].addDistractor(false);\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"1\";\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"No\";\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].incorrectRationale = "
+                   "\"Not \\\"no\\\"\";\n"
+                   "arrQuestions[EvalID].evalRationale = \"Because\";\n"
+                   "arrQuestions[EvalID].shuffleDistractors();\n"
+                   "\n"
+                   "if(intNumQuestions > arrQuestions.length)\n"
+                   "\tintNumQuestions = arrQuestions.length;\n"
+                   "if(shuffleEvalQuestions)\n"
+                   "\n"
+                   "\tarrQuestions = shuffle(arrQuestions);\n"));
+}
+
+TEST_P(ModuleWriterTest, Survey) {
+    CourseModule m = makeModule(kSurvey);
+    m.modTitle = "Feedback";
+    m.copyright = "";
+    m.useSCORM = scorm();
+    QAndAItem rated = makeDefaultRecords(2024).surveyQuestion;
+    rated.questionText = "Rate <i>this</i>";
+    rated.rationale = "never written";
+    rated.shuffleDistractors = "true";
+    rated.options.erase(rated.options.begin() + 2, rated.options.begin() + 5); // keep 1, 2, blank
+    m.questions = {rated};
+    WriteObjectives(m, paths);
+
+    EXPECT_EQ(readBytes(script("inc_Objectives.js")),
+              crlf("var modTitle = \"Feedback\";\n"
+                   "var copyright = \"\";\n"
+                   "var useSCORM = " +
+                   scorm() +
+                   ";\n"
+                   "EvalID = arrQuestions.length;\n"
+                   "thisID = EvalID+1;\n"
+                   "arrQuestions[EvalID] = new objEvalQuestion(thisID, \"radio\");\n"
+                   "arrQuestions[EvalID].evalQuestion = \"Rate <i>this</i>\";\n"
+                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
+                   "arrQuestions[EvalID].addDistractor(true);\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"0\";\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"Excellent\";\n"
+                   "\n"
+                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
+                   "arrQuestions[EvalID].addDistractor(true);\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"1\";\n"
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"Good\";\n"
+                   "\n"
+                   "intNumQuestions = arrQuestions.length;\n"));
+}
+
+TEST_F(StorageTest, GlossarySkipsTermsBlankAfterTrimming) {
+    CourseModule m = makeModule(kLesson);
+    m.glossary = {GlossaryTerm{"", "API", "Application \"programming\"\r\ninterface"},
+                  GlossaryTerm{"", "  ", "No term"}, GlossaryTerm{"", "No definition", "   "},
+                  GlossaryTerm{"", "Tab\tterm", "back\\slash"}};
+    WriteGlossary(m);
+    EXPECT_EQ(readBytes(script("inc_Glossary.js")),
+              "TermID = arrDefObjects.length;\r\n"
+              "arrDefObjects[TermID] = new objGlossary(TermID);\r\n"
+              "arrDefObjects[TermID].term = \"API\";\r\n"
+              "arrDefObjects[TermID].definition = "
+              "\"Application \\\"programming\\\"\\ninterface\";\r\n"
+              "\r\n"
+              "TermID = arrDefObjects.length;\r\n"
+              "arrDefObjects[TermID] = new objGlossary(TermID);\r\n"
+              "arrDefObjects[TermID].term = \"Tab\tterm\";\r\n"
+              "arrDefObjects[TermID].definition = \"back\\slash\";\r\n"
+              "\r\n");
+}
+
+TEST_F(StorageTest, DefaultModuleWritesOnlyTheFramesOfEachFile) {
+    // The placeholders of a fresh module have empty texts, so no item and no term is written.
+    CourseModule m = makeModule(kLesson);
+    WriteModuleFiles(m, paths);
+    EXPECT_EQ(readBytes(script("inc_QAndA.js")), "");
+    EXPECT_EQ(readBytes(script("inc_Glossary.js")), "");
+    EXPECT_TRUE(fs::exists(moduleFile("page0.html")));
+    EXPECT_FALSE(fs::exists(script("inc_Questions.js")));
+}
+
+TEST_F(StorageTest, WriteModuleFilesWritesOnlyTheFilesOfTheType) {
+    CourseModule m = makeModule(kSurvey);
+    WriteModuleFiles(m, paths);
+    EXPECT_TRUE(fs::exists(script("inc_Objectives.js")));
+    EXPECT_FALSE(fs::exists(script("inc_ModuleInfo.js")));
+    EXPECT_FALSE(fs::exists(script("inc_Questions.js")));
+    EXPECT_FALSE(fs::exists(moduleFile("page0.html")));
+}
+
+TEST_F(StorageTest, FailedSaveLeavesTheOldFileInPlace) {
+    CourseModule m = makeModule(kEvaluation);
+    writeBytes(script("inc_Questions.js"), "old");
+    // A folder where the temporary file should go makes the write fail.
+    fs::create_directories(script("inc_Questions.js.tmp-lumora"));
+    EXPECT_THROW(WriteQuestions(m, paths), FileError);
+    EXPECT_EQ(readBytes(script("inc_Questions.js")), "old");
+
+    fs::remove_all(moduleFile("scripts"));
+    EXPECT_THROW(WriteQuestions(m, paths), FileError);
+}
+
+TEST_F(StorageTest, MissingSkeletonFailsTheLessonSave) {
+    CourseModule m = makeModule(kLesson);
+    fs::remove(fs::path(m.templateFolder) / "page0.html");
+    EXPECT_THROW(WriteModuleInfo(m, paths), FileError);
+}
+
+TEST_F(StorageTest, RemoveStalePageFilesKeepsPagesAndForeignFiles) {
+    CourseModule m = makeModule(kLesson);
+    m.pages.resize(3);
+    for (const char* name : {"page0.html", "page1.html", "page2.html", "page3.html", "page4.html",
+                             "page17.html", "page03.html", "pageX.html", "page5.html.bak"})
+        writeBytes(moduleFile(name), "x");
+    RemoveStalePageFiles(m);
+    for (const char* kept :
+         {"page0.html", "page1.html", "page2.html", "page03.html", "pageX.html", "page5.html.bak"})
+        EXPECT_TRUE(fs::exists(moduleFile(kept))) << kept;
+    for (const char* gone : {"page3.html", "page4.html", "page17.html"})
+        EXPECT_FALSE(fs::exists(moduleFile(gone))) << gone;
+
+    // Other module types have no page files to keep in step.
+    CourseModule survey = makeModule(kSurvey);
+    writeBytes(moduleFile("page9.html"), "x");
+    RemoveStalePageFiles(survey);
+    EXPECT_TRUE(fs::exists(moduleFile("page9.html")));
+}
+
+} // namespace
+} // namespace lumora::test

@@ -1,0 +1,119 @@
+// The colour scheme as the rule lines of the module's stylesheet.
+#include "StorageFixture.h"
+
+#include "storage/Stylesheet.h"
+#include "storage/TextFile.h"
+
+namespace lumora::test {
+namespace {
+
+class StylesheetTest : public StorageTest {
+  protected:
+    void SetUp() override {
+        StorageTest::SetUp();
+        module = makeModule(kLesson);
+        stylesheet = moduleFile("css/camstyle.css").string();
+        templateSheet = fs::path(module.templateFolder) / "css" / "camstyle.css";
+    }
+    CourseModule module;
+    std::string stylesheet;
+    fs::path templateSheet;
+};
+
+TEST(ColourLines, BuiltInTableOrderWithHashes) {
+    ColorScheme c = defaultColorScheme();
+    c.aLink = "0000FF";
+    c.pageNumberColor = "#FFFFFF";
+    const std::vector<std::string> lines = buildColourLines(c);
+    ASSERT_EQ(lines.size(), 11u);
+    EXPECT_EQ(lines[0], "a:link {color: #0000FF;}");
+    EXPECT_EQ(lines[4], ".popupTitle, .moduleTable {background-color: #336699;}");
+    EXPECT_EQ(lines[5], ".moduleTable, .popupBorder, .popupTable {border-color: #336699;}");
+    EXPECT_EQ(lines[8], ".navPageNumberRow, .pageLink {color: #FFFFFF ! important;}");
+    EXPECT_EQ(lines[9], ".outlineTitleRow, .titleLink {color: #000000 ! important;}");
+    EXPECT_EQ(lines[10], ".copyRight {color: #666666;}");
+}
+
+TEST_F(StylesheetTest, ReadsTheRulesItKnows) {
+    writeBytes(stylesheet, "body {margin: 0;}\r\n"
+                           "a:link {color: #111111;}\r\n"
+                           "a:visited {color: 222222;}\r\n"
+                           ".conTable, .popupTable {background-color: #333333;}\r\n"
+                           ".popupTitle, .moduleTitle {color: #444444;}\r\n"
+                           ".popupTitle, .moduleTable {background-color: #555555;}\r\n"
+                           ".moduleTable, .popupBorder, .popupTable {border-color: #999999;}\r\n"
+                           ".navPageNumberRow {background-color: #666666;}\r\n"
+                           ".outlineTitleRow {background-color: 777777;}\r\n"
+                           ".navPageNumberRow, .pageLink {color: #888888 ! important;}\r\n"
+                           ".outlineTitleRow, .titleLink {color: #AAAAAA;}\n"
+                           ".copyRight {color: #BBBBBB;}\r\n"
+                           ".copyRight {color: #CCCCCC;}\r\n"
+                           "a:link {color: ;}\r\n");
+    module.savedColors = ColorScheme{};
+    ReadStylesheetColours(module, stylesheet);
+    const ColorScheme& c = module.colors;
+    // The later empty rule overrides the earlier one, and an empty value is not stored.
+    EXPECT_EQ(c.aLink, "#000099");
+    EXPECT_EQ(c.aVisited, "#222222");
+    EXPECT_EQ(c.contentBackground, "#333333");
+    EXPECT_EQ(c.titleColor, "#444444");
+    EXPECT_EQ(c.titleBackground, "#555555"); // the border rule is not read
+    EXPECT_EQ(c.pageNumberBackground, "#666666");
+    EXPECT_EQ(c.pageNameBackground, "#FFFFCC"); // without "#" the rule is not recognised
+    EXPECT_EQ(c.pageNumberColor, "#888888");
+    EXPECT_EQ(c.pageNameColor, "#AAAAAA");
+    EXPECT_EQ(c.copyRightColor, "#CCCCCC"); // a later line overrides
+    EXPECT_EQ(module.savedColors, module.colors);
+}
+
+TEST_F(StylesheetTest, WriteRegeneratesFromTheTemplate) {
+    writeBytes(templateSheet,
+               "/* player styles */\r\n"
+               "a:link {color: #000099;}\r\n"
+               ".popupTitle, .moduleTable {background-color: #336699;}\r\n"
+               ".moduleTable, .popupBorder, .popupTable {border-color: #336699;}\r\n"
+               "  .navPageNumberRow, .pageLink {color: #000000 ! important;} /* indented */\r\n"
+               "a:visited {color: red;} .copyRight {color: blue;}\r\n"
+               "td {padding: 2px;}\n");
+    writeBytes(stylesheet, "hand edits that will be lost\r\n");
+    module.colors.aLink = "FF0000";
+    module.colors.titleBackground = "#123456";
+    module.colors.aVisited = "#ABCDEF";
+    module.colors.pageNumberColor = "#FEDCBA";
+    WriteStylesheetColours(module, stylesheet);
+    EXPECT_EQ(readBytes(stylesheet),
+              "/* player styles */\r\n"
+              "a:link {color: #FF0000;}\r\n"
+              ".popupTitle, .moduleTable {background-color: #123456;}\r\n"
+              ".moduleTable, .popupBorder, .popupTable {border-color: #123456;}\r\n"
+              ".navPageNumberRow, .pageLink {color: #FEDCBA ! important;}\r\n"
+              "a:visited {color: #ABCDEF;}\r\n"
+              "td {padding: 2px;}\r\n");
+}
+
+TEST_F(StylesheetTest, WriteNeverCreatesTheModuleStylesheet) {
+    writeBytes(templateSheet, "a:link {color: #000099;}\r\n");
+    EXPECT_THROW(WriteStylesheetColours(module, stylesheet), FileError);
+    EXPECT_FALSE(fs::exists(stylesheet));
+    EXPECT_THROW(ReadStylesheetColours(module, stylesheet), FileError);
+}
+
+TEST_F(StylesheetTest, ColoursRoundTripThroughTheStylesheet) {
+    std::string sheet;
+    for (const std::string& line : buildColourLines(defaultColorScheme()))
+        sheet += line + "\r\n";
+    writeBytes(templateSheet, sheet);
+    writeBytes(stylesheet, sheet);
+    ColorScheme chosen{"#010101", "#020202", "#030303", "#040404", "#050505",
+                       "#060606", "#070707", "#080808", "#090909", "#0A0A0A"};
+    module.colors = chosen;
+    WriteStylesheetColours(module, stylesheet);
+
+    module.colors = defaultColorScheme();
+    ReadStylesheetColours(module, stylesheet);
+    EXPECT_EQ(module.colors, chosen);
+    EXPECT_EQ(module.savedColors, chosen);
+}
+
+} // namespace
+} // namespace lumora::test
