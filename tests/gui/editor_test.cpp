@@ -260,6 +260,39 @@ TEST_F(HtmlEditorTest, LocalMediaPathsLoadWithTheModuleStylesheet) {
         << "the module's stylesheet is attached";
 }
 
+// Each block's serialisation is reused until something inside it changes; after edits,
+// undo and redo the pushed content must equal a serialisation made from scratch (the HTML of
+// a selection of everything).
+TEST_F(HtmlEditorTest, PushedContentFollowsEditsUndoAndRedo) {
+    show("<P>alpha</P><P>beta</P><P>gamma delta</P><UL><LI>one</LI></UL>");
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    const QString fromScratch =
+        "(() => { const r = document.createRange(); r.selectNodeContents(document.body);"
+        " getSelection().removeAllRanges(); getSelection().addRange(r);"
+        " return lumoraEditor.selectionHTML(); })()";
+    const QStringList steps = {
+        "(() => { const t = document.querySelectorAll('P')[1].firstChild;"
+        " getSelection().collapse(t, 4); document.execCommand('insertText', false, 'X'); })()",
+        "(() => { const t = document.querySelectorAll('P')[2].firstChild;"
+        " getSelection().setBaseAndExtent(t, 0, t, 5); document.execCommand('bold'); })()",
+        "(() => { const ps = document.querySelectorAll('P');"
+        " getSelection().setBaseAndExtent(ps[0].firstChild, 2, ps[1].firstChild, 2);"
+        " document.execCommand('delete'); })()",
+        "document.execCommand('undo')",
+        "document.execCommand('undo')",
+        "document.execCommand('redo')",
+        "(() => { const li = document.querySelector('LI').firstChild;"
+        " getSelection().collapse(li, 3); document.execCommand('insertParagraph'); })()",
+    };
+    for (const QString& step : steps) {
+        editAndWait(changed, step);
+        EXPECT_EQ(str(editor.bodyHtml()), str(js(fromScratch))) << step.toStdString();
+    }
+    EXPECT_EQ(
+        str(editor.bodyHtml()),
+        "<P>alpha</P><P>betaX</P><P><B>gamma</B> delta</P><UL><LI>one</LI><LI><BR></LI></UL>");
+}
+
 TEST_F(HtmlEditorTest, NewContentReplacesTheOldAndKeepsItsOwnSpellings) {
     show("<P><A href=\"a.html\" onClick=\"f()\">a</A></P>");
     show("<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");

@@ -36,6 +36,7 @@
         const tagPattern = /<([A-Za-z][^\s\/>]*)((?:[^>"']|"[^"]*"|'[^']*')*)>/g;
         const attributePattern = /([^\s"'>\/=]+)(\s*=\s*(?:"[^"]*"|'[^']*'|[^\s"'>]+))?/g;
         let tag;
+        let learned = false;
         while ((tag = tagPattern.exec(html)) !== null) {
             const tagName = tag[1].toLowerCase();
             let attribute;
@@ -46,14 +47,21 @@
                 const key = tagName + ' ' + lower;
                 if (!spellings.has(key)) {
                     spellings.set(key, written);
+                    learned = true;
                 }
                 if (!spellings.has(lower)) {
                     spellings.set(lower, written);
+                    learned = true;
                 }
-                if (attribute[2] === undefined) {
+                if (attribute[2] === undefined && !bareAttributes.has(key)) {
                     bareAttributes.add(key);
+                    learned = true;
                 }
             }
+        }
+        if (learned) {
+            // Blocks already serialised may hold attributes that are now spelt differently.
+            blockCache = new WeakMap();
         }
     }
 
@@ -62,12 +70,19 @@
     }
 
     // ---- serialiser ----------------------------------------------------------------------
+    // Most text needs no escaping; testing first keeps a keystroke in a long page cheap.
     function escapeText(text) {
+        if (!/[&<>\u00a0\n]/.test(text)) {
+            return text;
+        }
         return text.replace(/&/g, '&amp;').replace(/</g, '&lt;').replace(/>/g, '&gt;')
             .replace(/\u00a0/g, '&nbsp;').replace(/\r?\n/g, '\r\n');
     }
 
     function escapeAttribute(value) {
+        if (!/[&"\u00a0\n]/.test(value)) {
+            return value;
+        }
         return value.replace(/&/g, '&amp;').replace(/"/g, '&quot;').replace(/\u00a0/g, '&nbsp;')
             .replace(/\r?\n/g, '\r\n');
     }
@@ -114,8 +129,42 @@
         return out;
     }
 
+    // The serialisation of each child of the body is kept until a mutation inside it, so a
+    // keystroke in a long page serialises one paragraph, not the page. The records are taken
+    // synchronously, so the cache is exact at every read.
+    let blockCache = new WeakMap();
+    const mutations = new MutationObserver(() => {});
+
+    function forgetChangedBlocks() {
+        const body = document.body;
+        for (const record of mutations.takeRecords()) {
+            if (record.target === body) {
+                // A block put back (undo, paste) may have changed while it was detached.
+                record.addedNodes.forEach(node => blockCache.delete(node));
+                continue;
+            }
+            let block = record.target;
+            while (block && block.parentNode !== body) {
+                block = block.parentNode;
+            }
+            if (block) {
+                blockCache.delete(block);
+            }
+        }
+    }
+
     function bodyHTML() {
-        return serializeChildren(document.body, false);
+        forgetChangedBlocks();
+        let out = '';
+        for (let block = document.body.firstChild; block; block = block.nextSibling) {
+            let html = blockCache.get(block);
+            if (html === undefined) {
+                html = serializeNode(block, false);
+                blockCache.set(block, html);
+            }
+            out += html;
+        }
+        return out;
     }
 
     // ---- the channel to C++ --------------------------------------------------------------
@@ -202,8 +251,12 @@
             generation = contentGeneration;
             spellings = new Map();
             bareAttributes = new Set();
+            blockCache = new WeakMap();
             learnSpellings(html);
+            mutations.disconnect();
             document.body.innerHTML = html;
+            mutations.observe(document.body,
+                {childList: true, subtree: true, attributes: true, characterData: true});
             lastPushed = bodyHTML();
             return true;
         },
