@@ -293,6 +293,68 @@ TEST_F(HtmlEditorTest, PushedContentFollowsEditsUndoAndRedo) {
         "<P>alpha</P><P>betaX</P><P><B>gamma</B> delta</P><UL><LI>one</LI><LI><BR></LI></UL>");
 }
 
+// The find dialog's walk: search, select the match, move the search range's start past it
+// and its end back to the end of where the search began, search again.
+TEST_F(HtmlEditorTest, TextRangesFindSuccessiveMatches) {
+    show("<P>The cat sat.</P><P>Cats <B>scat</B>; the CAT ran</P>");
+    js("lumoraEditor.rangeCreate('whole', 'body')");
+    js("lumoraEditor.rangeDuplicate('whole', 'start')");
+    js("lumoraEditor.rangeDuplicate('start', 'search')");
+    const auto findNext = [&](int flags) -> std::string {
+        if (!js(QStringLiteral("lumoraEditor.rangeFindText('search', 'cat', 1000, %1)").arg(flags))
+                 .toBool()) {
+            return "(none)";
+        }
+        js("lumoraEditor.rangeSelect('search')");
+        js("lumoraEditor.rangeDuplicate('search', 'match')");
+        js("lumoraEditor.rangeSetEndPoint('search', 'StartToEnd', 'match')");
+        js("lumoraEditor.rangeSetEndPoint('search', 'EndToEnd', 'start')");
+        // Where the match is: the text of the selection's paragraph and the match's own text.
+        return str(js("getSelection().anchorNode.parentNode.tagName + ':' + getSelection()"));
+    };
+    EXPECT_EQ(findNext(0), "P:cat");
+    EXPECT_EQ(findNext(0), "P:Cat");
+    EXPECT_EQ(findNext(0), "B:cat");
+    EXPECT_EQ(findNext(0), "P:CAT");
+    EXPECT_EQ(findNext(0), "(none)");
+
+    js("lumoraEditor.rangeDuplicate('whole', 'search')");
+    EXPECT_EQ(findNext(4 + 2), "P:cat"); // match case and whole words: only the first "cat"
+    EXPECT_EQ(findNext(4 + 2), "(none)");
+    js("lumoraEditor.rangeDuplicate('whole', 'search')");
+    EXPECT_EQ(findNext(2), "P:cat");
+    EXPECT_EQ(findNext(2), "P:CAT");
+}
+
+TEST_F(HtmlEditorTest, TextRangeSearchIsConfinedToTheSelectionAndTheCount) {
+    show("<P>one two one two</P><P>" + QString(1200, QChar('x')) + " two</P>");
+    selectWord("P", "two one");
+    ASSERT_TRUE(js("lumoraEditor.rangeCreate('start', 'selection')").toBool());
+    js("lumoraEditor.rangeDuplicate('start', 'search')");
+    EXPECT_TRUE(js("lumoraEditor.rangeFindText('search', 'one', 1000, 0)").toBool());
+    EXPECT_EQ(str(js("lumoraEditor.rangeText('search')")), "one");
+    EXPECT_FALSE(js("lumoraEditor.rangeFindText('start', 'two two', 1000, 0)").toBool());
+
+    // The last "two" lies more than 1000 characters beyond the start of the search.
+    js("lumoraEditor.rangeCreate('all', 'body')");
+    EXPECT_TRUE(js("lumoraEditor.rangeFindText('all', 'one two one', 1000, 0)").toBool());
+    js("lumoraEditor.rangeCreate('all', 'body')");
+    EXPECT_FALSE(js("lumoraEditor.rangeFindText('all', ' two', 5, 0)").toBool());
+    js("lumoraEditor.rangeCreate('all', 'body')");
+    EXPECT_FALSE(js("lumoraEditor.rangeFindText('all', 'x two', 1000, 0)").toBool());
+    js("lumoraEditor.rangeCreate('all', 'body')");
+    EXPECT_TRUE(js("lumoraEditor.rangeFindText('all', 'x two', 2000, 0)").toBool());
+    // A match never runs from one paragraph into the next.
+    js("lumoraEditor.rangeCreate('all', 'body')");
+    EXPECT_FALSE(js("lumoraEditor.rangeFindText('all', 'twox', 2000, 0)").toBool());
+
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    js("lumoraEditor.rangeCreate('all', 'body')");
+    js("lumoraEditor.rangeFindText('all', 'TWO', 1000, 0)");
+    editAndWait(changed, "lumoraEditor.rangeSetText('all', 'three')");
+    EXPECT_TRUE(editor.bodyHtml().startsWith("<P>one three one two</P>")) << str(editor.bodyHtml());
+}
+
 TEST_F(HtmlEditorTest, NewContentReplacesTheOldAndKeepsItsOwnSpellings) {
     show("<P><A href=\"a.html\" onClick=\"f()\">a</A></P>");
     show("<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");

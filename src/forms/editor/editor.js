@@ -363,6 +363,197 @@
 
         selectNode,
     };
+
+    // ---- text ranges -----------------------------------------------------------------------
+    // The classic control's text ranges, kept by name for the find dialog: a range over the
+    // body, the selection, or the caret; copies; end point moves; text search with a
+    // character count and the match-case (4) and whole-word (2) flags.
+    const BLOCK_ELEMENTS = new Set(['P', 'DIV', 'LI', 'UL', 'OL', 'TD', 'TH', 'TR', 'TABLE',
+        'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'BLOCKQUOTE', 'PRE', 'BR', 'HR', 'CENTER', 'DL',
+        'DT', 'DD']);
+    const ranges = new Map();
+
+    // The body's text in document order: text nodes with their offsets in one string, and a
+    // line break at every block boundary, so that no match runs from one paragraph into the
+    // next. Search texts come from a one-line field and never match the breaks.
+    function bodyText() {
+        const pieces = [];
+        let text = '';
+        const walk = node => {
+            for (let child = node.firstChild; child; child = child.nextSibling) {
+                if (child.nodeType === Node.TEXT_NODE) {
+                    pieces.push({node: child, start: text.length});
+                    text += child.data;
+                } else if (child.nodeType === Node.ELEMENT_NODE &&
+                           !RAW_TEXT_ELEMENTS.has(child.tagName)) {
+                    const block = BLOCK_ELEMENTS.has(child.tagName);
+                    if (block) {
+                        text += '\n';
+                    }
+                    walk(child);
+                    if (block) {
+                        text += '\n';
+                    }
+                }
+            }
+        };
+        walk(document.body);
+        return {text, pieces};
+    }
+
+    // The offset in bodyText of a range boundary point.
+    function textOffset(body, container, offset) {
+        const point = document.createRange();
+        point.setStart(container, offset);
+        for (const piece of body.pieces) {
+            if (piece.node === container) {
+                return piece.start + offset;
+            }
+            if (point.comparePoint(piece.node, 0) >= 0) {
+                return piece.start;
+            }
+        }
+        return body.text.length;
+    }
+
+    // The boundary point of an offset that lies in text (as every match's ends do).
+    function textPoint(body, offset, preferEnd) {
+        let found = null;
+        for (const piece of body.pieces) {
+            const end = piece.start + piece.node.data.length;
+            if (offset >= piece.start && offset <= end) {
+                found = {node: piece.node, offset: offset - piece.start};
+                if (!(preferEnd && offset === piece.start) && !(!preferEnd && offset === end)) {
+                    break;
+                }
+            }
+        }
+        return found;
+    }
+
+    const WORD_CHARACTER = /[\p{L}\p{N}_]/u;
+
+    function isWholeWord(text, at, length) {
+        const before = at > 0 ? text[at - 1] : '';
+        const after = text[at + length] || '';
+        return !WORD_CHARACTER.test(before) && !WORD_CHARACTER.test(after);
+    }
+
+    function namedRange(name) {
+        const range = ranges.get(name);
+        if (!range) {
+            throw new Error('no text range named ' + name);
+        }
+        return range;
+    }
+
+    Object.assign(editor, {
+        // kind: "body" (the whole document), "selection" (false when nothing is marked as
+        // text) or "caret" (the collapsed caret, or the start of the body).
+        rangeCreate(name, kind) {
+            let range;
+            if (kind === 'selection') {
+                const current = currentRange();
+                if (!current || current.collapsed || controlElement(current)) {
+                    return false;
+                }
+                range = current.cloneRange();
+            } else if (kind === 'caret') {
+                const current = currentRange();
+                range = document.createRange();
+                if (current) {
+                    range.setStart(current.startContainer, current.startOffset);
+                } else {
+                    range.setStart(document.body, 0);
+                }
+                range.collapse(true);
+            } else {
+                range = document.createRange();
+                range.selectNodeContents(document.body);
+            }
+            ranges.set(name, range);
+            return true;
+        },
+
+        rangeDuplicate(from, to) {
+            ranges.set(to, namedRange(from).cloneRange());
+        },
+
+        rangeRelease(name) {
+            ranges.delete(name);
+        },
+
+        // how: "StartToEnd" moves this range's start to the other's end, "EndToEnd",
+        // "StartToStart" and "EndToStart" likewise.
+        rangeSetEndPoint(name, how, otherName) {
+            const range = namedRange(name);
+            const other = namedRange(otherName);
+            const fromEnd = /ToEnd$/.test(how);
+            const container = fromEnd ? other.endContainer : other.startContainer;
+            const offset = fromEnd ? other.endOffset : other.startOffset;
+            if (/^Start/.test(how)) {
+                range.setStart(container, offset);
+            } else {
+                range.setEnd(container, offset);
+            }
+        },
+
+        rangeCollapse(name, toStart) {
+            namedRange(name).collapse(toStart !== false);
+        },
+
+        // Searches the first `count` characters of the range; on a match the range covers it.
+        rangeFindText(name, searchText, count, flags) {
+            const range = namedRange(name);
+            if (!searchText) {
+                return false;
+            }
+            const body = bodyText();
+            const start = textOffset(body, range.startContainer, range.startOffset);
+            const end = Math.min(textOffset(body, range.endContainer, range.endOffset),
+                start + Math.max(0, count));
+            const matchCase = (flags & 4) !== 0;
+            const wholeWord = (flags & 2) !== 0;
+            const haystack = matchCase ? body.text : body.text.toLowerCase();
+            const needle = matchCase ? searchText : searchText.toLowerCase();
+            for (let at = haystack.indexOf(needle, start); at >= 0 && at + needle.length <= end;
+                 at = haystack.indexOf(needle, at + 1)) {
+                if (wholeWord && !isWholeWord(body.text, at, needle.length)) {
+                    continue;
+                }
+                const first = textPoint(body, at, false);
+                const last = textPoint(body, at + needle.length, true);
+                if (!first || !last) {
+                    continue;
+                }
+                range.setStart(first.node, first.offset);
+                range.setEnd(last.node, last.offset);
+                return true;
+            }
+            return false;
+        },
+
+        rangeSelect(name) {
+            const selection = window.getSelection();
+            selection.removeAllRanges();
+            selection.addRange(namedRange(name).cloneRange());
+        },
+
+        rangeText(name) {
+            return namedRange(name).toString();
+        },
+
+        // Replaces the range's content by plain text and pushes the change.
+        rangeSetText(name, text) {
+            const range = namedRange(name);
+            range.deleteContents();
+            const node = document.createTextNode(text);
+            range.insertNode(node);
+            range.selectNode(node);
+            push();
+        },
+    });
+
     window.lumoraEditor = editor;
 
     // ---- events --------------------------------------------------------------------------
