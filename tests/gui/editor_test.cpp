@@ -355,6 +355,25 @@ TEST_F(HtmlEditorTest, TextRangeSearchIsConfinedToTheSelectionAndTheCount) {
     EXPECT_TRUE(editor.bodyHtml().startsWith("<P>one three one two</P>")) << str(editor.bodyHtml());
 }
 
+// Selecting one item after another faster than the engine loads: only the last content is
+// shown and reported loaded, whether or not the shell had to be replaced on the way.
+TEST_F(HtmlEditorTest, RapidSetContentShowsTheLastContent) {
+    QTemporaryDir otherFolder;
+    QSignalSpy loaded(&editor, &HtmlEditor::loaded);
+    editor.setContent("<P>one</P>", stylesheet(), folder.path());
+    editor.setContent("<P>two</P>", stylesheet(), otherFolder.path());
+    editor.setContent("<P>three</P>", stylesheet(), otherFolder.path());
+    ASSERT_TRUE(loaded.wait(kTimeoutMs));
+    EXPECT_EQ(str(serialised()), "<P>three</P>");
+    EXPECT_EQ(str(editor.bodyHtml()), "<P>three</P>");
+
+    show("<P>four</P>"); // back to the first folder: a new shell again
+    EXPECT_EQ(str(serialised()), "<P>four</P>");
+    EXPECT_EQ(str(js("document.baseURI")),
+              QUrl::fromLocalFile(folder.path() + "/").toString().toStdString());
+    EXPECT_EQ(loaded.size(), 2);
+}
+
 TEST_F(HtmlEditorTest, NewContentReplacesTheOldAndKeepsItsOwnSpellings) {
     show("<P><A href=\"a.html\" onClick=\"f()\">a</A></P>");
     show("<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");

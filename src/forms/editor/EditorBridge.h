@@ -13,7 +13,8 @@ class EditorBridge : public QObject {
     using QObject::QObject;
 
   public slots:
-    void shellReady() { emit shellReadyReceived(); }
+    // shell tells which of the shells loaded one after another has come up.
+    void shellReady(int shell) { emit shellReadyReceived(shell); }
     // generation tells which setContent the document was showing, so a push that was on its
     // way while new content was being set is dropped rather than stored into the wrong item.
     void contentChanged(int generation, const QString& html) {
@@ -21,7 +22,7 @@ class EditorBridge : public QObject {
     }
 
   signals:
-    void shellReadyReceived();
+    void shellReadyReceived(int shell);
     void contentPushed(int generation, const QString& html);
 };
 

@@ -51,7 +51,7 @@ QWebEngineScript mainWorldScript(const QString& name, const QString& source) {
 // The document the content lives in. The content security policy forbids every script of
 // the page itself: inline handlers such as a term link's onClick, javascript: addresses and
 // script elements stay text. Our own scripts are injected by the view and are not affected.
-QString shellHtml(const QString& stylesheetPath) {
+QString shellHtml(int shell, const QString& stylesheetPath) {
     QString head = QStringLiteral(
         "<meta charset=\"utf-8\">"
         "<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
@@ -60,8 +60,9 @@ QString shellHtml(const QString& stylesheetPath) {
         head += QStringLiteral("<link rel=\"stylesheet\" type=\"text/css\" href=\"%1\">")
                     .arg(QUrl::fromLocalFile(stylesheetPath).toString().toHtmlEscaped());
     }
-    return QStringLiteral("<html data-lumora-editor><head>%1</head>"
+    return QStringLiteral("<html data-lumora-editor=\"%1\"><head>%2</head>"
                           "<body contenteditable=\"true\"></body></html>")
+        .arg(shell)
         .arg(head);
 }
 
@@ -95,7 +96,6 @@ HtmlEditor::HtmlEditor(QWidget* parent) : QWidget(parent) {
     connect(m_bridge, &EditorBridge::shellReadyReceived, this, &HtmlEditor::onShellReady);
     connect(m_bridge, &EditorBridge::contentPushed, this, &HtmlEditor::onContentPushed);
     connect(qApp, &QApplication::focusChanged, this, &HtmlEditor::onFocusChanged);
-    connect(m_page, &QWebEnginePage::loadStarted, this, [this] { m_shellReady = false; });
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -131,10 +131,14 @@ void HtmlEditor::loadShell() {
         base += QLatin1Char('/');
     }
     m_page->expectShellLoad();
-    m_page->setHtml(shellHtml(m_stylesheetPath), QUrl::fromLocalFile(base));
+    m_page->setHtml(shellHtml(++m_shell, m_stylesheetPath), QUrl::fromLocalFile(base));
 }
 
-void HtmlEditor::onShellReady() {
+void HtmlEditor::onShellReady(int shell) {
+    // A shell replaced while it was coming up may still announce itself.
+    if (shell != m_shell) {
+        return;
+    }
     m_shellReady = true;
     if (m_contentPending) {
         applyPendingContent();
@@ -145,8 +149,14 @@ void HtmlEditor::applyPendingContent() {
     m_contentPending = false;
     const int generation = m_generation;
     m_page->runJavaScript(callScript(QStringLiteral("setBody"), {m_bodyHtml, generation}),
-                          QWebEngineScript::MainWorld, [this, generation](const QVariant&) {
+                          QWebEngineScript::MainWorld, [this, generation](const QVariant& set) {
                               if (generation != m_generation) {
+                                  return;
+                              }
+                              if (!set.toBool()) {
+                                  // The document went away underneath (a new shell is
+                                  // loading); its announcement brings the content.
+                                  m_contentPending = true;
                                   return;
                               }
                               m_loaded = true;

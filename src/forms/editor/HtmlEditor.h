@@ -57,7 +57,7 @@ class HtmlEditor : public QWidget {
   private:
     void loadShell();
     void applyPendingContent();
-    void onShellReady();
+    void onShellReady(int shell);
     void onContentPushed(int generation, const QString& html);
     void onFocusChanged(QWidget* old, QWidget* now);
 
@@ -73,7 +73,8 @@ class HtmlEditor : public QWidget {
     bool m_shellReady = false;
     bool m_loaded = false;
     bool m_contentPending = false;
-    int m_generation = 0;
+    int m_generation = 0; // which setContent the document shows or is about to show
+    int m_shell = 0;      // which shell document is loading or loaded
 };
 
 } // namespace lumora

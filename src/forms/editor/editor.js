@@ -575,7 +575,7 @@
     function connect() {
         new QWebChannel(qt.webChannelTransport, channel => {
             bridge = channel.objects.lumoraBridge;
-            bridge.shellReady();
+            bridge.shellReady(Number(document.documentElement.getAttribute('data-lumora-editor')));
         });
     }
 
