@@ -1,0 +1,88 @@
+// The desktop program: start-up with the splash, then the start chooser and the forms that
+// follow it. `lumora --workspace DIR` (or LUMORA_WORKSPACE) keeps the modules elsewhere;
+// `--measure-startup` prints the milliseconds from start to a usable start chooser, with the
+// splash's wait left out, and ends.
+#include "app/Session.h"
+#include "forms/QtPrompt.h"
+#include "forms/dialogs/SplashForm.h"
+#include "forms/main/Program.h"
+#include "forms/web/LumoraScheme.h"
+#include "platform/HunspellEngine.h"
+#include "platform/ProcessStarter.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+struct Arguments {
+    std::string workspace;
+    bool measureStartup = false;
+};
+
+Arguments parseArguments(const QStringList& args) {
+    Arguments parsed;
+    if (const char* env = std::getenv("LUMORA_WORKSPACE"))
+        parsed.workspace = env;
+    for (int i = 1; i < args.size(); ++i) {
+        if (args[i] == "--workspace" && i + 1 < args.size())
+            parsed.workspace = QDir(args[++i]).absolutePath().toStdString();
+        else if (args[i].startsWith("--workspace="))
+            parsed.workspace = QDir(args[i].section('=', 1)).absolutePath().toStdString();
+        else if (args[i] == "--measure-startup")
+            parsed.measureStartup = true;
+    }
+    return parsed;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const auto started = std::chrono::steady_clock::now();
+    lumora::registerLumoraSchemes();
+    QApplication app(argc, argv);
+    QApplication::setOrganizationName("Lumora");
+    QApplication::setApplicationName("Lumora");
+    QApplication::setApplicationVersion("1.0");
+    // Between the splash and the next form no window is open; the program ends only when its
+    // own shutdown says so.
+    QApplication::setQuitOnLastWindowClosed(false);
+    const Arguments args = parseArguments(QApplication::arguments());
+
+    lumora::QtPrompt prompt;
+    lumora::NullRegistry registry;
+    lumora::PosixProcessStarter processes;
+    lumora::HunspellEngine spelling;
+    lumora::Session session(prompt, registry, processes, &spelling);
+
+    lumora::Program program(session);
+    QObject::connect(&program, &lumora::Program::finished, &app, &QApplication::quit);
+
+    if (args.measureStartup) {
+        program.onStartChooserShown = [started] {
+            // Measured once the chooser has been painted and the event loop is idle again.
+            QTimer::singleShot(0, [started] {
+                auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
+                              std::chrono::steady_clock::now() - started)
+                              .count();
+                std::printf("start chooser shown after %lld ms\n", static_cast<long long>(ms));
+                std::fflush(stdout);
+                QApplication::quit();
+            });
+        };
+    }
+
+    const std::string appPath = QApplication::applicationDirPath().toStdString();
+    if (!program.start(appPath, args.workspace))
+        return 0;
+    if (args.measureStartup && program.splash()) {
+        // The splash's wait is not part of the start-up time: hand over at once.
+        program.splash()->timer().setInterval(0);
+    }
+    return app.exec();
+}

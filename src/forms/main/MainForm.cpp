@@ -1,0 +1,201 @@
+// The main form's frame and the life of the open module: new, open, save, save as, preview,
+// help, About and exit, with the save and exit questions.
+#include "forms/main/MainForm.h"
+
+#include "app/Session.h"
+#include "app/Workspace.h"
+#include "forms/dialogs/AboutForm.h"
+#include "forms/dialogs/WebViewerForm.h"
+#include "forms/main/ListTexts.h"
+#include "forms/main/ModuleActions.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSettings>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace lumora {
+
+MainForm::MainForm(Session& session, QWidget* parent) : QMainWindow(parent), session_(session) {
+    setObjectName("frmMain");
+    setWindowTitle("Lumora");
+    buildMenus();
+
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(8, 6, 8, 8);
+    layout->addWidget(buildHeader());
+    tabMain_ = new QTabWidget(central);
+    tabMain_->setObjectName("tabMain");
+    tabMain_->addTab(buildPagesTab(), "Pages");
+    tabMain_->addTab(buildQuestionsTab(), "Questions");
+    tabMain_->addTab(buildGlossaryTab(), "Glossary");
+    connect(tabMain_, &QTabWidget::currentChanged, this, &MainForm::resetPage);
+    layout->addWidget(tabMain_, 1);
+    setCentralWidget(central);
+    connectFields();
+
+    // The hidden animation: a label without a caption in the form's lower right corner.
+    lblEgg_ = new QLabel(central);
+    lblEgg_->setObjectName("lblEgg");
+    lblEgg_->setFont(QFont("DejaVu Sans Mono", 8));
+    lblEgg_->setCursor(Qt::ArrowCursor);
+    lblEgg_->installEventFilter(this);
+    tmrEgg_.setObjectName("tmrEgg");
+    tmrEgg_.setInterval(150);
+    connect(&tmrEgg_, &QTimer::timeout, this, &MainForm::tmrEgg_Timer);
+
+    setMinimumSize(kMinimumWidthPx, kMinimumHeightPx);
+    resize(1000, 720);
+    QSettings settings;
+    restoreGeometry(settings.value("mainWindow/geometry").toByteArray());
+}
+
+MainForm::~MainForm() = default;
+
+// --- new and open --------------------------------------------------------------------------
+
+bool MainForm::CheckSave() {
+    if (!session_.ModuleChanged)
+        return true;
+    if (!session_.prompt.ask("Do you want to save your changes?", "Save", Icon::Question))
+        return true;
+    return SaveModule();
+}
+
+void MainForm::newModule(const char* type) {
+    // A failed save keeps the author on the changed module rather than dropping the edits.
+    if (!CheckSave())
+        return;
+    if (replaceModuleGuarded(session_, [&] { return NewModuleFolder(session_, type); }))
+        showLoadedModule();
+}
+
+void MainForm::mnuNewLesson_Click() {
+    newModule(kLesson);
+}
+void MainForm::mnuNewEval_Click() {
+    newModule(kEvaluation);
+}
+void MainForm::mnuNewSurvey_Click() {
+    newModule(kSurvey);
+}
+
+void MainForm::mnuOpen_Click() {
+    if (!CheckSave())
+        return;
+    emit openRequested();
+}
+
+// --- saving --------------------------------------------------------------------------------
+
+bool MainForm::SaveModule() {
+    saveEditorContent(activeEditor_);
+    bool saved = reportFileErrors(session_.prompt, [&] { session_.SaveModule(); });
+    // The files no longer hold what the author sees: keep the module marked as changed.
+    if (!saved)
+        session_.markChanged();
+    return saved;
+}
+
+bool MainForm::saveWith(bool scorm) {
+    session_.module.useSCORM = scorm ? "true" : "false";
+    return SaveModule();
+}
+
+void MainForm::mnuSave_Click() {
+    saveWith(true);
+}
+
+void MainForm::mnuSaveNonSCORM_Click() {
+    saveWith(false);
+}
+
+void MainForm::mnuSaveAs_Click() {
+    saveEditorContent(activeEditor_);
+    // Save As always saves with SCORM, into the copy it has just made.
+    if (replaceModuleGuarded(session_, [&] { return SaveModuleAs(session_); }))
+        mnuSave_Click();
+}
+
+// --- preview and help ----------------------------------------------------------------------
+
+void MainForm::btnPreview_Click() {
+    if (session_.ModuleChanged) {
+        bool save = session_.prompt.ask(std::string("You must Save your changes first.") + kCrLf +
+                                            "Would you like to save your changes?",
+                                        "Save", Icon::Information);
+        if (!save)
+            return;
+        // Previewed without a SCORM run-time; a failed save previews nothing.
+        if (!saveWith(false))
+            return;
+    }
+    if (!frmPreview_)
+        frmPreview_ = new PreviewForm(session_, this);
+    frmPreview_->show();
+    frmPreview_->raise();
+    frmPreview_->refreshPreview();
+}
+
+void MainForm::mnuHelpContents_Click() {
+    if (!frmHelp_)
+        frmHelp_ = new HelpForm(session_, this);
+    frmHelp_->show();
+    frmHelp_->raise();
+    frmHelp_->refreshBrowser("offline");
+}
+
+void MainForm::mnuHelpOnline_Click() {
+    if (!frmHelp_)
+        frmHelp_ = new HelpForm(session_, this);
+    frmHelp_->show();
+    frmHelp_->raise();
+    frmHelp_->refreshBrowser("online");
+}
+
+void MainForm::mnuAbout_Click() {
+    AboutForm about(session_, this);
+    about.exec();
+}
+
+// --- exit ----------------------------------------------------------------------------------
+
+void MainForm::mnuExit_Click() {
+    close();
+}
+
+void MainForm::closeEvent(QCloseEvent* event) {
+    if (!exiting_) {
+        // Exit asks only this: unsaved changes are dropped without a second question.
+        if (!session_.prompt.ask("Are you sure you wish to exit?", "Exit Confirmation",
+                                 Icon::Exclamation)) {
+            event->ignore();
+            return;
+        }
+        exiting_ = true;
+    }
+    QSettings settings;
+    settings.setValue("mainWindow/geometry", saveGeometry());
+    if (frmPreview_)
+        frmPreview_->close();
+    if (frmHelp_)
+        frmHelp_->close();
+    event->accept();
+    emit exitConfirmed();
+}
+
+bool MainForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == lblEgg_ && event->type() == QEvent::MouseButtonPress) {
+        lblEgg_Click();
+        return true;
+    }
+    if (event->type() == QEvent::FocusIn && watched->isWidgetType())
+        activeEditor_ = watched->objectName();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+} // namespace lumora

@@ -1,0 +1,188 @@
+// frmMain: the one authoring form. It holds no module data of its own: every field shows the
+// session's module and every edit is written straight back into it. This file declares the
+// form; its parts are built in MainFormWidgets.cpp, filled in MainFormLists.cpp, laid out in
+// MainFormLayout.cpp, and the open module's life (new, open, save, exit) is MainForm.cpp.
+#pragma once
+
+#include "forms/dialogs/WebViewerForm.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class QTabWidget;
+
+namespace lumora {
+
+class AboutForm;
+class HtmlEditor;
+class Session;
+
+class MainForm : public QMainWindow {
+    Q_OBJECT
+  public:
+    explicit MainForm(Session& session, QWidget* parent = nullptr);
+    ~MainForm() override;
+
+    // After the loader filled the module: caption "Lumora: " + title, then resetPage.
+    void showLoadedModule();
+
+    // --- the open module ---
+    void resetPage();
+    // Offers to save a changed module; false when the author said Yes and the save failed.
+    bool CheckSave();
+    // Writes the open module; false (after the "Error" message) when the files could not be
+    // written, with the module left changed.
+    bool SaveModule();
+
+    // --- list refreshers ---
+    void setPageList();
+    void setQAndAList();
+    void setOptionsList();
+    void setTermList();
+
+    // Copies an editor's content into the current page or question: "dhtmlLessonEdit",
+    // "txtLessonEdit", "dhtmlQuestionEdit"; any other name does nothing.
+    void saveEditorContent(const QString& editorName);
+    QString activeEditorName() const { return activeEditor_; }
+
+    // A File menu entry placed above the separator before Exit (for example a package export).
+    void insertFileMenuAction(QAction* action);
+
+    // --- handlers, connected explicitly ---
+    void mnuNewLesson_Click();
+    void mnuNewEval_Click();
+    void mnuNewSurvey_Click();
+    void mnuOpen_Click();
+    void mnuSave_Click();
+    void mnuSaveNonSCORM_Click();
+    void mnuSaveAs_Click();
+    void mnuExit_Click();
+    void btnPreview_Click();
+    void mnuHelpContents_Click();
+    void mnuHelpOnline_Click();
+    void mnuAbout_Click();
+    void tabMain_Click();
+    void tabLessonPage_Click();
+    void lstPages_Click();
+    void lstQAndA_Click();
+    void lstTerms_Click();
+    void lblEgg_Click();
+    void tmrEgg_Timer();
+
+    // The open viewers, for the program's shutdown and for tests.
+    PreviewForm* previewForm() const { return frmPreview_; }
+    HelpForm* helpForm() const { return frmHelp_; }
+
+  signals:
+    // Open was chosen and the save question answered: the folder chooser is wanted.
+    void openRequested();
+    // The exit question was answered Yes: the program ends.
+    void exitConfirmed();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    // MainFormWidgets.cpp
+    void buildMenus();
+    QWidget* buildHeader();
+    QWidget* buildPagesTab();
+    QWidget* buildQuestionsTab();
+    QWidget* buildGlossaryTab();
+    void connectFields();
+    // MainFormLists.cpp
+    void fillQuestionEditor();
+    void clearQuestionEditor();
+    void applyModuleType();
+    void lessonEditorChanged(const QString& bodyHtml);
+    void questionEditorChanged(const QString& bodyHtml);
+    void txtLessonEdit_Change();
+    void txtModuleTitle_Change(const QString& text);
+    void txtCopyright_Change(const QString& text);
+    void txtPageTitle_Change(const QString& text);
+    void txtTerm_Change(const QString& text);
+    void txtDefinition_Change();
+    void lstQuestionType_Click(int index);
+    void chkShuffleOptions_Click(bool checked);
+    void chkShuffleQuestions_Click(bool checked);
+    void storePageContent(int page, const std::string& html);
+    // MainForm.cpp
+    void newModule(const char* type);
+    bool saveWith(bool scorm);
+    // MainFormLayout.cpp
+    void resolutionCheck();
+    void placeEgg();
+
+    Session& session_;
+    QString activeEditor_;
+    bool filling_ = false;        // the form is writing into its own fields
+    bool exiting_ = false;        // the exit question was answered Yes
+    int lessonEditorPage_ = -1;   // the page dhtmlLessonEdit was filled with
+    int questionEditorItem_ = -1; // the item dhtmlQuestionEdit was filled with
+    bool lessonEditorReady_ = false;
+    bool questionEditorReady_ = false;
+
+    // menus
+    QMenu* mnuFile_ = nullptr;
+    QAction* mnuSep2_ = nullptr;
+    QMenu* mnuEdit_ = nullptr;
+
+    // header
+    QLineEdit* txtModuleTitle_ = nullptr;
+    QLineEdit* txtCopyright_ = nullptr;
+    QPushButton* btnPreview_ = nullptr;
+    QTabWidget* tabMain_ = nullptr;
+
+    // pages tab
+    QListWidget* lstPages_ = nullptr;
+    QGroupBox* frameMain_ = nullptr;
+    QLineEdit* txtPageTitle_ = nullptr;
+    QTabWidget* tabLessonPage_ = nullptr;
+    HtmlEditor* dhtmlLessonEdit_ = nullptr;
+    QPlainTextEdit* txtLessonEdit_ = nullptr;
+
+    // questions tab
+    QListWidget* lstQAndA_ = nullptr;
+    QPushButton* btnUpQuestion_ = nullptr;
+    QPushButton* btnDownQuestion_ = nullptr;
+    QGroupBox* frameQuestion_ = nullptr;
+    HtmlEditor* dhtmlQuestionEdit_ = nullptr;
+    QComboBox* lstQuestionType_ = nullptr;
+    QListWidget* lstOptions_ = nullptr;
+    QCheckBox* chkShuffleOptions_ = nullptr;
+    QCheckBox* chkShuffleQuestions_ = nullptr;
+    QLabel* lblRationale_ = nullptr;
+    QLineEdit* txtRationale_ = nullptr;
+    QLabel* lblNumberToAsk_ = nullptr;
+    QLineEdit* txtNumberToAsk_ = nullptr;
+
+    // glossary tab
+    QListWidget* lstTerms_ = nullptr;
+    QGroupBox* frameTerm_ = nullptr;
+    QLineEdit* txtTerm_ = nullptr;
+    QPlainTextEdit* txtDefinition_ = nullptr;
+
+    // the hidden animation
+    QLabel* lblEgg_ = nullptr;
+    QTimer tmrEgg_;
+    std::size_t eggFrame_ = 0;
+
+    QPointer<PreviewForm> frmPreview_;
+    QPointer<HelpForm> frmHelp_;
+};
+
+} // namespace lumora
