@@ -1,6 +1,8 @@
 // The HTML editing widget and the preview/help web view, driven in a real web engine on the
 // offscreen platform: the classic content dialect, author edits reaching C++, content scripts
 // kept inert, the lumora-file scheme and the viewers' navigation rule.
+#include "content/ContentForms.h"
+#include "content/Normalize.h"
 #include "forms/editor/HtmlEditor.h"
 #include "forms/web/LumoraScheme.h"
 #include "forms/web/ModuleWebView.h"
@@ -372,6 +374,32 @@ TEST_F(HtmlEditorTest, RapidSetContentShowsTheLastContent) {
     EXPECT_EQ(str(js("document.baseURI")),
               QUrl::fromLocalFile(folder.path() + "/").toString().toStdString());
     EXPECT_EQ(loaded.size(), 2);
+}
+
+// From a page file to the editor and back through the content layer, as saveEditorContent
+// and the page writer do it: an edit changes exactly what the author typed.
+TEST_F(HtmlEditorTest, EditedPageSavesBackWithOnlyTheEdit) {
+    const ContentPaths paths{folder.path().toStdString(), folder.path().toStdString()};
+    const std::string stored =
+        "<P>Intro</P>\r\n"
+        "<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML(2));</SCRIPT>\r\n"
+        "<P><IMG src=\"media/pic.png\"> see <A href=\"page2.html\">next</A> and <A href=\"#term0\" "
+        "name=\"term0\" onClick=\"parentRef.showGlossaryPopup('0', 240, 180);\">a term</A></P>\r\n"
+        "<P>&nbsp;</P>";
+    show(QString::fromStdString(toEditorHTML(stored, paths)));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return js("document.images[2].complete").toBool(); }, kTimeoutMs));
+    EXPECT_EQ(js("document.images[2].naturalWidth").toInt(), 1)
+        << "the media image loads from its absolute local path";
+
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    editAndWait(changed, "(() => { const t = document.querySelector('P').firstChild;"
+                         " getSelection().collapse(t, 5);"
+                         " document.execCommand('insertText', false, ' text'); })()");
+    const std::string saved = toStoredHTML(normalizeHTML(editor.bodyHtml().toStdString()), paths);
+    std::string expected = stored;
+    expected.replace(expected.find("Intro"), 5, "Intro text");
+    EXPECT_EQ(saved, expected);
 }
 
 TEST_F(HtmlEditorTest, NewContentReplacesTheOldAndKeepsItsOwnSpellings) {
