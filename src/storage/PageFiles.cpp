@@ -71,11 +71,19 @@ std::string ReadPageContent(const CourseModule& module, std::size_t i, const Con
 }
 
 void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& paths) {
-    const std::string path = joinPath(module.ModuleFolder, module.pages.at(i).fileName);
-    std::error_code ec;
+    try {
+        module.pages.at(i).content = ReadPageContent(module, i, paths);
+        return;
+    } catch (const FileError&) {
+        // Asked only after a failed read: opening a module reads a thousand pages that exist.
+        std::error_code ec;
+        const std::string path = joinPath(module.ModuleFolder, module.pages[i].fileName);
+        if (std::filesystem::exists(fsPath(path), ec) || ec)
+            throw;
+    }
     // A page listed in the module but deleted by hand comes back as an empty page.
-    if (!std::filesystem::exists(fsPath(path), ec))
-        writeFileAtomically(path, readFileBytes(pageSkeletonPath(module)));
+    writeFileAtomically(joinPath(module.ModuleFolder, module.pages[i].fileName),
+                        readFileBytes(pageSkeletonPath(module)));
     module.pages[i].content = ReadPageContent(module, i, paths);
 }
 

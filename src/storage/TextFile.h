@@ -26,6 +26,7 @@ class FileError : public std::runtime_error {
 // Decodes bytes to UTF-8: valid UTF-8 passes unchanged (a leading byte-order mark is dropped),
 // anything else is read as Windows-1252.
 std::string decodeText(const std::string& bytes);
+std::string decodeText(std::string&& bytes); // no copy of text that is already UTF-8
 
 // Splits text into lines at CR LF or LF. A final line break does not start another line.
 std::vector<std::string> splitLines(const std::string& text);

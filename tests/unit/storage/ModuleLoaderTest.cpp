@@ -330,13 +330,5 @@ TEST_F(ModuleLoaderTest, MissingFilesFailWithTheFileName) {
     EXPECT_THROW(load(kEvaluation), FileError);
 }
 
-TEST_F(ModuleLoaderTest, UnknownTypeReadsNothing) {
-    CourseModule m = makeModule("Quiz");
-    CourseModule before = m;
-    EXPECT_FALSE(LoadModuleFiles(m, paths).questionTextRead);
-    EXPECT_EQ(m.modTitle, before.modTitle);
-    EXPECT_EQ(m.useSCORM, before.useSCORM);
-}
-
 } // namespace
 } // namespace lumora::test

@@ -219,23 +219,23 @@ TEST_F(StorageTest, GlossarySkipsTermsBlankAfterTrimming) {
               "\r\n");
 }
 
-TEST_F(StorageTest, DefaultModuleWritesOnlyTheFramesOfEachFile) {
+TEST_F(StorageTest, WriteModuleFilesWritesTheFilesOfTheTypeOnly) {
     // The placeholders of a fresh module have empty texts, so no item and no term is written.
-    CourseModule m = makeModule(kLesson);
-    WriteModuleFiles(m, paths);
+    CourseModule lesson = makeModule(kLesson);
+    WriteModuleFiles(lesson, paths);
     EXPECT_EQ(readBytes(script("inc_QAndA.js")), "");
     EXPECT_EQ(readBytes(script("inc_Glossary.js")), "");
     EXPECT_TRUE(fs::exists(moduleFile("page0.html")));
     EXPECT_FALSE(fs::exists(script("inc_Questions.js")));
-}
+    EXPECT_FALSE(fs::exists(script("inc_Objectives.js")));
 
-TEST_F(StorageTest, WriteModuleFilesWritesOnlyTheFilesOfTheType) {
-    CourseModule m = makeModule(kSurvey);
-    WriteModuleFiles(m, paths);
+    fs::remove_all(moduleFile("scripts"));
+    fs::create_directories(moduleFile("scripts"));
+    CourseModule survey = makeModule(kSurvey);
+    WriteModuleFiles(survey, paths);
     EXPECT_TRUE(fs::exists(script("inc_Objectives.js")));
     EXPECT_FALSE(fs::exists(script("inc_ModuleInfo.js")));
     EXPECT_FALSE(fs::exists(script("inc_Questions.js")));
-    EXPECT_FALSE(fs::exists(moduleFile("page0.html")));
 }
 
 TEST_F(StorageTest, FailedSaveLeavesTheOldFileInPlace) {
