@@ -205,6 +205,18 @@ TEST_F(HtmlEditorTest, ExecCommandFormatsTheSelectionAndPushes) {
     EXPECT_EQ(js("lumoraEditor.queryCommandValue('ForeColor')").toInt(), 255);
 }
 
+TEST_F(HtmlEditorTest, JustifyNoneRemovesTheAlignmentOfTheSelectedBlocks) {
+    show("<P align=center>one</P><DIV style=\"text-align: right; color: red\">two</DIV>"
+         "<P align=right>three</P>");
+    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
+    js("(() => { const ps = document.querySelectorAll('P, DIV');"
+       " getSelection().setBaseAndExtent(ps[0].firstChild, 1, ps[1].firstChild, 1); })()");
+    editor.execCommand("JustifyNone");
+    ASSERT_TRUE(changed.wait(kTimeoutMs));
+    EXPECT_EQ(str(editor.bodyHtml()),
+              "<P>one</P><DIV style=\"color: red;\">two</DIV><P align=\"right\">three</P>");
+}
+
 TEST_F(HtmlEditorTest, CommandThatChangesNothingPushesNothing) {
     show("<P>plain</P>");
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
@@ -326,6 +338,13 @@ TEST_F(HtmlEditorTest, TextRangesFindSuccessiveMatches) {
     js("lumoraEditor.rangeDuplicate('whole', 'search')");
     EXPECT_EQ(findNext(2), "P:cat");
     EXPECT_EQ(findNext(2), "P:CAT");
+
+    // The one-call form continues after the selection.
+    js("getSelection().collapse(document.body, 0)");
+    EXPECT_TRUE(js("lumoraEditor.findText('CAT', true, false)").toBool());
+    EXPECT_EQ(str(js("getSelection().anchorNode.parentNode.tagName + ':' + getSelection()")),
+              "P:CAT");
+    EXPECT_FALSE(js("lumoraEditor.findText('CAT', true, false)").toBool());
 }
 
 TEST_F(HtmlEditorTest, TextRangeSearchIsConfinedToTheSelectionAndTheCount) {

@@ -244,6 +244,33 @@
         return null;
     }
 
+    // The classic "JustifyNone", which the browser lacks: the blocks the selection touches
+    // lose their alignment, whether written as an attribute or as a style.
+    function justifyNone() {
+        const range = currentRange();
+        if (!range) {
+            return false;
+        }
+        let changed = false;
+        for (const element of document.body.querySelectorAll('[align], [style]')) {
+            if (!range.intersectsNode(element)) {
+                continue;
+            }
+            if (element.hasAttribute('align')) {
+                element.removeAttribute('align');
+                changed = true;
+            }
+            if (element.style && element.style.textAlign) {
+                element.style.removeProperty('text-align');
+                if (!element.getAttribute('style')) {
+                    element.removeAttribute('style');
+                }
+                changed = true;
+            }
+        }
+        return changed;
+    }
+
     // ---- the operations C++ and later dialogs call ---------------------------------------
     const editor = {
         // Shows new content. innerHTML never runs the scripts it creates.
@@ -277,7 +304,8 @@
                 if (!currentRange()) {
                     document.body.focus();
                 }
-                done = document.execCommand(command, false, argument);
+                done = /^justifynone$/i.test(command) ? justifyNone()
+                                                      : document.execCommand(command, false, argument);
             } catch (e) {
                 done = false;
             } finally {
@@ -531,6 +559,28 @@
                 return true;
             }
             return false;
+        },
+
+        // Finds the next match after the selection (or from the caret) within `count`
+        // characters and selects it.
+        findText(searchText, matchCase, wholeWord, count) {
+            const search = document.createRange();
+            const current = currentRange();
+            if (current) {
+                search.setStart(current.endContainer, current.endOffset);
+            } else {
+                search.setStart(document.body, 0);
+            }
+            search.setEnd(document.body, document.body.childNodes.length);
+            ranges.set('$find', search);
+            const flags = (matchCase ? 4 : 0) + (wholeWord ? 2 : 0);
+            const found = editor.rangeFindText('$find', searchText, count === undefined ? 1000 : count,
+                flags);
+            if (found) {
+                editor.rangeSelect('$find');
+            }
+            ranges.delete('$find');
+            return found;
         },
 
         rangeSelect(name) {
