@@ -10,7 +10,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -555,6 +557,27 @@ TEST_F(ModuleWebViewTest, SameTargetReloadsFromDiskAndWaitsWhileLoading) {
     ASSERT_TRUE(finished.wait(kTimeoutMs));
     EXPECT_EQ(str(js("document.body.textContent")), "help");
     EXPECT_EQ(view.locationText(), help);
+}
+
+// The installed Lesson template as a learner sees it in the preview: the player in the top
+// document reaches into its page frame, which only works when both are one origin.
+TEST_F(ModuleWebViewTest, TheLessonTemplateRunsInThePreview) {
+    const QString frameset =
+        QStringLiteral(LUMORA_DIST_DIR "/Templates/Lesson/lessonframeset.html");
+    if (!QFileInfo::exists(frameset)) {
+        GTEST_SKIP() << "no staged templates at " << frameset.toStdString();
+    }
+    QSignalSpy finished(&view, &QWebEngineView::loadFinished);
+    view.navigateTo(frameset);
+    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    const QString pageText = "(() => { const f = document.querySelector('iframe');"
+                             " const d = f && f.contentDocument;"
+                             " return d && d.body ? d.location.pathname + ' ' +"
+                             " d.body.textContent.trim().length : ''; })()";
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return js(pageText).toString().contains(QRegularExpression("\\.html [1-9]")); },
+        kTimeoutMs))
+        << str(js(pageText));
 }
 
 } // namespace
