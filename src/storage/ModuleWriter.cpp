@@ -9,6 +9,7 @@
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
 #include "storage/TextUtil.h"
+#include "storage/UnchangedFiles.h"
 
 #include <filesystem>
 #include <string_view>
@@ -17,6 +18,10 @@
 namespace lumora {
 
 namespace {
+
+void commitIfChanged(const SafeTextWriter& out) {
+    writeFileIfChanged(out.path(), out.contents());
+}
 
 std::string scriptPath(const CourseModule& module, const char* name) {
     return joinPath(joinPath(module.ModuleFolder, "scripts"), name);
@@ -118,7 +123,7 @@ void WriteModuleInfo(CourseModule& module, const ContentPaths& paths) {
     out.WriteLine("");
     out.WriteLine("var intNumPages = objLessonModule.pages.length;");
     out.WriteLine("var topPage = intNumPages - 1;");
-    out.commit();
+    commitIfChanged(out);
 }
 
 void WriteGlossary(const CourseModule& module) {
@@ -134,14 +139,14 @@ void WriteGlossary(const CourseModule& module) {
                       "\";");
         out.WriteLine("");
     }
-    out.commit();
+    commitIfChanged(out);
 }
 
 void WriteQAndA(CourseModule& module, const ContentPaths& paths) {
     SafeTextWriter out(scriptPath(module, "inc_QAndA.js"));
     for (QAndAItem& item : module.questions)
         writeItem(out, item, ItemKind::Activity, paths);
-    out.commit();
+    commitIfChanged(out);
 }
 
 void WriteQuestions(CourseModule& module, const ContentPaths& paths) {
@@ -158,7 +163,7 @@ void WriteQuestions(CourseModule& module, const ContentPaths& paths) {
     out.WriteLine("if(shuffleEvalQuestions)");
     out.WriteLine("");
     out.WriteLine("\tarrQuestions = shuffle(arrQuestions);");
-    out.commit();
+    commitIfChanged(out);
 }
 
 void WriteObjectives(CourseModule& module, const ContentPaths& paths) {
@@ -167,7 +172,7 @@ void WriteObjectives(CourseModule& module, const ContentPaths& paths) {
     for (QAndAItem& item : module.questions)
         writeItem(out, item, ItemKind::Survey, paths);
     out.WriteLine("intNumQuestions = arrQuestions.length;");
-    out.commit();
+    commitIfChanged(out);
 }
 
 void WriteModuleFiles(CourseModule& module, const ContentPaths& paths) {

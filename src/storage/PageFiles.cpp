@@ -6,6 +6,7 @@
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
 #include "storage/TextUtil.h"
+#include "storage/UnchangedFiles.h"
 
 #include <filesystem>
 #include <system_error>
@@ -57,8 +58,8 @@ std::string contentBetweenMarkers(const std::vector<std::string>& lines) {
 void writePageFileFrom(const CourseModule& module, std::size_t i,
                        const std::vector<std::string>& skeleton, const ContentPaths& paths) {
     const std::string stored = toStoredHTML(module.pages.at(i).content, paths);
-    writeFileAtomically(joinPath(module.ModuleFolder, pageFileName(i)),
-                        buildPageFile(skeleton, stored));
+    writeFileIfChanged(joinPath(module.ModuleFolder, pageFileName(i)),
+                       buildPageFile(skeleton, stored));
 }
 
 void WritePageFile(const CourseModule& module, std::size_t i, const ContentPaths& paths) {

@@ -250,6 +250,23 @@ TEST_F(StorageTest, FailedSaveLeavesTheOldFileInPlace) {
     EXPECT_THROW(WriteQuestions(m, paths), FileError);
 }
 
+TEST_F(StorageTest, SaveRewritesOnlyFilesWhoseBytesChange) {
+    CourseModule m = makeModule(kLesson);
+    m.modTitle = "T";
+    m.pages = {LessonPage{"", "One", "<P>1</P>"}, LessonPage{"", "Two", "<P>2</P>"}};
+    WriteModuleFiles(m, paths);
+    // Any write of these two files would now fail on its temporary file.
+    fs::create_directories(moduleFile("page0.html.tmp-lumora"));
+    fs::create_directories(script("inc_ModuleInfo.js.tmp-lumora"));
+    EXPECT_NO_THROW(WriteModuleFiles(m, paths));
+
+    m.pages[1].content = "<P>changed</P>";
+    EXPECT_NO_THROW(WriteModuleFiles(m, paths));
+    EXPECT_NE(readBytes(moduleFile("page1.html")).find("changed"), std::string::npos);
+    m.pages[0].content = "<P>changed</P>";
+    EXPECT_THROW(WriteModuleFiles(m, paths), FileError);
+}
+
 TEST_F(StorageTest, MissingSkeletonFailsTheLessonSave) {
     CourseModule m = makeModule(kLesson);
     fs::remove(fs::path(m.templateFolder) / "page0.html");
