@@ -29,6 +29,7 @@ template <typename T> T& placeAt(std::vector<T>& list, std::size_t position, T e
 // The prefixes of the question file; activities (Lesson) and questions (Evaluation, Survey)
 // differ only in their names.
 struct QuestionPrefixes {
+    std::string self; // every prefix below holds it
     std::string newItem;
     std::string question;
     std::string addOption;
@@ -43,6 +44,7 @@ QuestionPrefixes questionPrefixes(bool lesson) {
     const std::string option =
         self + (lesson ? ".actDistractors[thisOpt]" : ".evalDistractors[thisOpt]");
     QuestionPrefixes p;
+    p.self = self;
     p.newItem =
         self + (lesson ? " = new objActQuestion(thisID, \"" : " = new objEvalQuestion(thisID, \"");
     p.question = self + (lesson ? ".actQuestion = \"" : ".evalQuestion = \"");
@@ -115,7 +117,8 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
         return true;
     };
 
-    for (const std::string& line : readTextLines(path)) {
+    // Tests 1 to 7, in order, on a line that names the item.
+    const auto readItemLine = [&](const std::string& line) {
         if (contains(line, p.newItem)) {
             QAndAItem fresh;
             fresh.questionType = ExtractValue(line, p.newItem, 3);
@@ -141,13 +144,19 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
             setOption(line, p.incorrectRationale, &QuestionOption::incorrectRationale);
         if (!survey)
             setItem(line, p.rationale, &QAndAItem::rationale);
+    };
+
+    for (const std::string& line : readTextLines(path)) {
+        // Most lines of a question file name the item; the others can only be the shuffle call.
+        if (contains(line, p.self))
+            readItemLine(line);
         if (items > 0 && contains(line, kShuffleOptions))
             module.questions[items - 1].shuffleDistractors = "true";
     }
     return questionTextRead;
 }
 
-// VB's CInt for the plain digits the writer writes: optional blanks and sign around decimal
+// A 16-bit count as the files have always held it: optional blanks and sign around decimal
 // digits, within the 16-bit range. Anything else is not a number to this loader.
 std::optional<std::int16_t> toInt16(const std::string& text) {
     const std::string t = trimSpaces(text);

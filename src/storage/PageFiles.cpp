@@ -39,20 +39,30 @@ std::string buildPageFile(const std::vector<std::string>& skeleton, const std::s
     return out;
 }
 
-std::string contentBetweenMarkers(const std::vector<std::string>& lines) {
-    std::string text;
+std::string contentBetweenMarkers(std::string_view text) {
+    std::string content;
     bool reading = false;
-    for (const std::string& line : lines) {
+    // Lines as the file reader splits them (CR LF or LF), walked in place: a module opens a
+    // thousand pages, and only the lines between the markers are kept.
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        const std::size_t lf = text.find('\n', pos);
+        const std::size_t next = lf == std::string_view::npos ? text.size() : lf + 1;
+        std::size_t end = lf == std::string_view::npos ? text.size() : lf;
+        if (lf != std::string_view::npos && end > pos && text[end - 1] == '\r')
+            --end;
+        const std::string_view line = text.substr(pos, end - pos);
+        pos = next;
         if (contains(line, kEndMarker))
             break;
         if (reading) {
-            text += line;
-            text += "\r\n";
+            content += line;
+            content += "\r\n";
         }
         if (contains(line, kStartMarker))
             reading = true;
     }
-    return text;
+    return content;
 }
 
 void writePageFileFrom(const CourseModule& module, std::size_t i,
@@ -68,7 +78,7 @@ void WritePageFile(const CourseModule& module, std::size_t i, const ContentPaths
 
 std::string ReadPageContent(const CourseModule& module, std::size_t i, const ContentPaths& paths) {
     const std::string path = joinPath(module.ModuleFolder, module.pages.at(i).fileName);
-    return toEditorHTML(contentBetweenMarkers(readTextLines(path)), paths);
+    return toEditorHTML(contentBetweenMarkers(decodeText(readFileBytes(path))), paths);
 }
 
 void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& paths) {

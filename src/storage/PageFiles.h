@@ -5,6 +5,10 @@
 #include "content/ContentForms.h"
 #include "storage/CourseModule.h"
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace lumora {
 
 inline constexpr const char* kStartMarker = "<LUMApageContent>";
@@ -12,8 +16,9 @@ inline constexpr const char* kEndMarker = "</LUMApageContent>";
 
 // The page file's text for the given skeleton lines and stored content.
 std::string buildPageFile(const std::vector<std::string>& skeleton, const std::string& stored);
-// The stored text between the marker lines of a page file, each line followed by CR LF.
-std::string contentBetweenMarkers(const std::vector<std::string>& lines);
+// The stored text between the marker lines of a page file's text (lines end in CR LF or LF),
+// each line followed by CR LF.
+std::string contentBetweenMarkers(std::string_view text);
 
 // The skeleton every page file is built from: the template's "page0.html".
 std::string pageSkeletonPath(const CourseModule& module);

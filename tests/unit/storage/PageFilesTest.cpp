@@ -25,14 +25,15 @@ TEST(PageFileText, LineWithBothMarkersIsWrittenThenTheContent) {
 }
 
 TEST(PageFileText, ReadingTakesTheLinesBetweenTheMarkers) {
-    EXPECT_EQ(contentBetweenMarkers(
-                  {"x", "<LUMApageContent>", "a", "", "b", "</LUMApageContent>", "after"}),
+    EXPECT_EQ(contentBetweenMarkers("x\r\n<LUMApageContent>\r\na\r\n\nb\r\n</LUMApageContent>\r\n"
+                                    "after\r\n"),
               "a\r\n\r\nb\r\n");
-    EXPECT_EQ(contentBetweenMarkers({"no start", "a", "</LUMApageContent>"}), "");
-    EXPECT_EQ(contentBetweenMarkers({"<LUMApageContent>", "a", "b"}), "a\r\nb\r\n");
+    EXPECT_EQ(contentBetweenMarkers("no start\r\na\r\n</LUMApageContent>"), "");
+    // Without an end marker the content runs to the end of the file, last line included.
+    EXPECT_EQ(contentBetweenMarkers("<LUMApageContent>\na\rb\r\nc"), "a\rb\r\nc\r\n");
     // A content line that holds the end marker cuts the page short.
-    EXPECT_EQ(contentBetweenMarkers({"<LUMApageContent>", "a", "<P></LUMApageContent></P>", "b",
-                                     "</LUMApageContent>"}),
+    EXPECT_EQ(contentBetweenMarkers("<LUMApageContent>\r\na\r\n<P></LUMApageContent></P>\r\nb\r\n"
+                                    "</LUMApageContent>\r\n"),
               "a\r\n");
 }
 
