@@ -1,0 +1,301 @@
+// The main form over an open module: what it shows per module type, the save question of New
+// and Open, the three saves, exit, preview, help and typing into the page editor.
+#include "GuiFixture.h"
+
+#include "forms/dialogs/FolderChooser.h"
+#include "forms/dialogs/WebViewerForm.h"
+#include "forms/editor/HtmlEditor.h"
+#include "forms/web/ModuleWebView.h"
+#include "storage/Paths.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QWebEngineView>
+
+namespace lumora::testing {
+namespace {
+
+class MainFormTest : public GuiTest {
+  protected:
+    MainForm* openLesson() {
+        MainForm* form = openModule("Course1", "Lesson");
+        EXPECT_NE(form, nullptr);
+        return form;
+    }
+
+    void typeTitle(MainForm* form, const QString& text) {
+        auto* title = control<QLineEdit>(form, "txtModuleTitle");
+        title->selectAll();
+        QTest::keyClicks(title, text);
+    }
+
+    std::string moduleInfo(const std::string& module = "Course1") {
+        return readText(moduleFile(module, "scripts/inc_ModuleInfo.js"));
+    }
+};
+
+TEST_F(MainFormTest, ALessonShowsItsPagesAndTheLessonTabs) {
+    MainForm* form = openLesson();
+    EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
+    EXPECT_EQ(control<QLineEdit>(form, "txtModuleTitle")->text(), "Sample Lesson");
+    auto* tabs = control<QTabWidget>(form, "tabMain");
+    EXPECT_TRUE(tabs->isTabVisible(0));
+    EXPECT_TRUE(tabs->isTabVisible(2));
+    EXPECT_EQ(tabs->tabText(1), "Q&&A");
+    EXPECT_FALSE(control<QPushButton>(form, "btnUpQuestion")->isVisibleTo(form));
+    auto* pages = control<QListWidget>(form, "lstPages");
+    ASSERT_EQ(pages->count(), 3);
+    EXPECT_EQ(pages->item(0)->text(), "Welcome");
+    EXPECT_EQ(pages->item(1)->text(), "1. Key ideas");
+    EXPECT_EQ(pages->currentRow(), 0);
+    EXPECT_EQ(control<QLineEdit>(form, "txtPageTitle")->text(), "Welcome");
+    // Filling the form is no edit.
+    EXPECT_FALSE(session.ModuleChanged);
+    EXPECT_FALSE(session.ModuleLoaded);
+}
+
+TEST_F(MainFormTest, AnEvaluationShowsOnlyItsQuestions) {
+    MainForm* form = openModule("Quiz", "Evaluation");
+    auto* tabs = control<QTabWidget>(form, "tabMain");
+    EXPECT_FALSE(tabs->isTabVisible(0));
+    EXPECT_FALSE(tabs->isTabVisible(2));
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    EXPECT_EQ(tabs->tabText(1), "Questions");
+    EXPECT_TRUE(control<QPushButton>(form, "btnUpQuestion")->isVisibleTo(form));
+    EXPECT_TRUE(control<QLineEdit>(form, "txtNumberToAsk")->isVisibleTo(form));
+    auto* questions = control<QListWidget>(form, "lstQAndA");
+    ASSERT_GT(questions->count(), 0);
+    EXPECT_TRUE(questions->item(0)->text().startsWith("1. "));
+    EXPECT_EQ(questions->currentRow(), 0);
+    EXPECT_FALSE(session.ModuleChanged);
+}
+
+TEST_F(MainFormTest, TypingTheTitleChangesTheModuleAndCheckSaveYesSavesIt) {
+    MainForm* form = openLesson();
+    typeTitle(form, "Fire Safety");
+    EXPECT_EQ(session.module.modTitle, "Fire Safety");
+    EXPECT_TRUE(session.ModuleChanged);
+
+    prompt.answer(Answer::Yes);
+    prompt.type(std::nullopt); // then cancel the new module's name
+    menu("mnuNewSurvey")->trigger();
+
+    ASSERT_GE(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text, "Do you want to save your changes?");
+    EXPECT_EQ(prompt.messages[0].title, "Save");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Question);
+    EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
+    EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Fire Safety\";"));
+    EXPECT_FALSE(session.ModuleChanged);
+    // Cancelling the name leaves the saved module open.
+    EXPECT_EQ(session.module.folderName, "Course1");
+}
+
+TEST_F(MainFormTest, CheckSaveAnsweredNoLeavesTheFilesAndGoesOnToOpen) {
+    MainForm* form = openLesson();
+    const std::string before = moduleInfo();
+    typeTitle(form, "Never saved");
+    prompt.answer(Answer::No);
+    menu("mnuOpen")->trigger();
+    EXPECT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(moduleInfo(), before);
+    QWidget* chooser = visibleForm("frmChooseFolder");
+    ASSERT_NE(chooser, nullptr);
+    // Cancel with a module open only closes the chooser.
+    control<QPushButton>(chooser, "CancelButton")->click();
+    EXPECT_FALSE(program->isShutDown());
+    EXPECT_TRUE(form->isVisible());
+}
+
+TEST_F(MainFormTest, OpeningADamagedModuleKeepsTheOpenOne) {
+    MainForm* form = openLesson();
+    addModule("Broken", "Lesson");
+    std::filesystem::remove(moduleFile("Broken", "scripts/inc_Glossary.js"));
+    typeTitle(form, "Edited");
+    prompt.answer(Answer::No);
+    menu("mnuOpen")->trigger();
+    QWidget* chooser = visibleForm("frmChooseFolder");
+    ASSERT_NE(chooser, nullptr);
+    auto* list = control<QListWidget>(chooser, "lstDirectories");
+    ASSERT_EQ(list->item(0)->text(), "Broken (L)");
+    list->setCurrentRow(0);
+    control<QPushButton>(chooser, "OKButton")->click();
+
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_TRUE(containsText(prompt.last()->text, "inc_Glossary.js"));
+    EXPECT_EQ(session.module.folderName, "Course1");
+    EXPECT_EQ(session.module.modTitle, "Edited");
+    EXPECT_TRUE(session.ModuleChanged);
+    EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
+}
+
+TEST_F(MainFormTest, SaveAndSaveNonScormWriteTheScormSwitch) {
+    openLesson();
+    menu("mnuSaveNonSCORM")->trigger();
+    EXPECT_TRUE(containsText(moduleInfo(), "var useSCORM = false;"));
+    EXPECT_EQ(session.module.useSCORM, "false");
+    menu("mnuSave")->trigger();
+    EXPECT_TRUE(containsText(moduleInfo(), "var useSCORM = true;"));
+    EXPECT_EQ(menu("mnuSave")->shortcut(), QKeySequence(QKeySequence::Save));
+    EXPECT_TRUE(prompt.messages.empty());
+}
+
+TEST_F(MainFormTest, SaveAsCopiesTheModuleAndRewritesItsPaths) {
+    MainForm* form = openLesson();
+    const std::string oldFolder = session.module.ModuleFolder;
+    session.module.pages[1].content =
+        "<P><IMG src=\"" + joinPath(joinPath(oldFolder, "media"), "a.gif") + "\"></P>";
+    typeTitle(form, "Copied");
+    menu("mnuSaveNonSCORM")->trigger(); // the old folder holds the title, non-SCORM
+
+    prompt.type("Copy1");
+    menu("mnuSaveAs")->trigger();
+    EXPECT_EQ(session.module.folderName, "Copy1");
+    EXPECT_EQ(session.module.ModuleFolder, (workspace / "Copy1").string());
+    EXPECT_TRUE(containsText(session.module.pages[1].content,
+                             joinPath(joinPath(session.module.ModuleFolder, "media"), "a.gif")));
+    // Save As always saves for SCORM, into the copy; the page file holds the stored path.
+    EXPECT_TRUE(containsText(moduleInfo("Copy1"), "var useSCORM = true;"));
+    EXPECT_TRUE(containsText(moduleInfo("Course1"), "var useSCORM = false;"));
+    EXPECT_TRUE(containsText(readText(moduleFile("Copy1", "page1.html")), "src=\"media/a.gif\""));
+    EXPECT_FALSE(session.ModuleChanged);
+}
+
+TEST_F(MainFormTest, AFailedSaveSaysSoAndKeepsTheEdits) {
+    MainForm* form = openLesson();
+    // The scripts folder replaced by a file: no script can be written, even by a superuser.
+    std::filesystem::remove_all(workspace / "Course1" / "scripts");
+    std::ofstream(workspace / "Course1" / "scripts") << "not a folder";
+    typeTitle(form, "Unsaved");
+    menu("mnuSave")->trigger();
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_EQ(prompt.last()->icon, Icon::Critical);
+    EXPECT_TRUE(containsText(prompt.last()->text, "scripts"));
+    EXPECT_TRUE(session.ModuleChanged);
+    EXPECT_EQ(session.module.modTitle, "Unsaved");
+
+    // A save that did nothing new fails the same way and still leaves the module changed.
+    session.ModuleChanged = false;
+    menu("mnuSaveNonSCORM")->trigger();
+    EXPECT_TRUE(session.ModuleChanged);
+}
+
+TEST_F(MainFormTest, ExitAnsweredNoKeepsEverythingAndYesEndsTheProgram) {
+    MainForm* form = openLesson();
+    typeTitle(form, "Kept");
+    menu("mnuExit")->trigger();
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text, "Are you sure you wish to exit?");
+    EXPECT_EQ(prompt.messages[0].title, "Exit Confirmation");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_FALSE(program->isShutDown());
+    EXPECT_EQ(session.module.modTitle, "Kept");
+    EXPECT_TRUE(session.ModuleChanged);
+
+    QSignalSpy finished(program.get(), &Program::finished);
+    prompt.answer(Answer::Yes);
+    menu("mnuExit")->trigger();
+    // Exit never offers to save.
+    EXPECT_EQ(prompt.messages.size(), 2u);
+    EXPECT_TRUE(program->isShutDown());
+    EXPECT_TRUE(finished.wait(kWaitMs));
+}
+
+TEST_F(MainFormTest, PreviewOfUnsavedChangesAnsweredNoShowsNothing) {
+    MainForm* form = openLesson();
+    typeTitle(form, "Not previewed");
+    control<QPushButton>(form, "btnPreview")->click();
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text,
+              "You must Save your changes first.\r\nWould you like to save your changes?");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Information);
+    EXPECT_EQ(visibleForm("frmPreview"), nullptr);
+    EXPECT_EQ(form->previewForm(), nullptr);
+    EXPECT_TRUE(session.ModuleChanged);
+}
+
+TEST_F(MainFormTest, PreviewAnsweredYesSavesWithoutScormAndShowsTheSavedModule) {
+    MainForm* form = openLesson();
+    menu("mnuSave")->trigger();
+    typeTitle(form, "Previewed");
+    prompt.answer(Answer::Yes);
+    control<QPushButton>(form, "btnPreview")->click();
+    EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Previewed\";"));
+    EXPECT_TRUE(containsText(moduleInfo(), "var useSCORM = false;"));
+    EXPECT_FALSE(session.ModuleChanged);
+
+    PreviewForm* preview = form->previewForm();
+    ASSERT_NE(preview, nullptr);
+    EXPECT_EQ(preview->windowTitle(), "Preview");
+    QSignalSpy loaded(preview, &WebViewerForm::loadFinished);
+    ASSERT_TRUE(loaded.count() > 0 || loaded.wait(kWaitMs));
+    EXPECT_TRUE(loaded.last().first().toBool());
+    EXPECT_EQ(preview->browser()->locationText().toStdString(),
+              (workspace / "Course1" / "lessonframeset.html").string());
+
+    // Previewing again, with nothing changed, reloads the same module from disk.
+    QSignalSpy started(preview->browser(), &QWebEngineView::loadStarted);
+    control<QPushButton>(form, "btnPreview")->click();
+    EXPECT_TRUE(started.count() > 0 || started.wait(kWaitMs));
+    EXPECT_EQ(prompt.messages.size(), 1u);
+}
+
+TEST_F(MainFormTest, HelpContentsShowsTheOfflineHelp) {
+    MainForm* form = openLesson();
+    EXPECT_EQ(menu("mnuHelpContents")->shortcut(), QKeySequence(QKeySequence::HelpContents));
+    menu("mnuHelpContents")->trigger();
+    HelpForm* help = form->helpForm();
+    ASSERT_NE(help, nullptr);
+    EXPECT_EQ(help->windowTitle(), "Help");
+    QSignalSpy loaded(help, &WebViewerForm::loadFinished);
+    ASSERT_TRUE(loaded.wait(kWaitMs));
+    EXPECT_TRUE(loaded.last().first().toBool());
+    EXPECT_EQ(help->browser()->locationText().toStdString(),
+              (install / "Help" / "lessonFrameset.html").string());
+}
+
+TEST_F(MainFormTest, TypingIntoThePageEditorReachesThePageContent) {
+    MainForm* form = openLesson();
+    auto* editor = control<HtmlEditor>(form, "dhtmlLessonEdit");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->isLoaded(); }, kWaitMs));
+    QSignalSpy loaded(editor, &HtmlEditor::loaded);
+    control<QListWidget>(form, "lstPages")->setCurrentRow(1);
+    EXPECT_EQ(session.CurrentPage, 1);
+    ASSERT_TRUE(loaded.wait(kWaitMs));
+    EXPECT_FALSE(session.ModuleChanged);
+
+    // The caret at the end of the first heading, then the text inserted the way typing inserts
+    // it: through the browser's editing and its input event.
+    bool typed = false;
+    editor->runJavaScript("(() => { const h = document.querySelector('H2');"
+                          " const r = document.createRange(); r.selectNodeContents(h);"
+                          " r.collapse(false); getSelection().removeAllRanges();"
+                          " getSelection().addRange(r);"
+                          " document.execCommand('insertText', false, ' Zebra'); })()",
+                          [&](const QVariant&) { typed = true; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return typed; }, kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return containsText(session.module.pages[1].content, "Key ideas Zebra"); }, kWaitMs))
+        << session.module.pages[1].content;
+    EXPECT_TRUE(session.ModuleChanged);
+    EXPECT_FALSE(containsText(session.module.pages[0].content, "Zebra"));
+
+    // And it is what the page file holds after a save.
+    menu("mnuSave")->trigger();
+    EXPECT_TRUE(containsText(readText(moduleFile("Course1", "page1.html")), "Zebra"));
+}
+
+TEST_F(MainFormTest, TheFormNeverShrinksBelowItsMinimum) {
+    MainForm* form = openLesson();
+    form->resize(200, 150);
+    EXPECT_GE(form->width(), 618);
+    EXPECT_GE(form->height(), 487);
+}
+
+} // namespace
+} // namespace lumora::testing

@@ -1,0 +1,219 @@
+// Start-up as the program runs it: the checks that end it, the splash handing over to the
+// start chooser, the start chooser's three outcomes and the folder chooser.
+#include "GuiFixture.h"
+
+#include "forms/dialogs/FolderChooser.h"
+#include "forms/dialogs/SplashForm.h"
+#include "forms/dialogs/StartChooser.h"
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+namespace lumora::testing {
+namespace {
+
+using StartupFlow = GuiTest;
+
+TEST_F(StartupFlow, WithoutTemplatesTheProgramEndsAfterItsMessage) {
+    stage({"app"});
+    EXPECT_FALSE(startProgram());
+    EXPECT_TRUE(program->isShutDown());
+    EXPECT_EQ(program->splash(), nullptr);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text,
+              "The \"Templates\" folder does not exist.\r\nPlease reinstall the Lumora.");
+    EXPECT_EQ(prompt.messages[0].title, "No Templates");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    QSignalSpy finished(program.get(), &Program::finished);
+    EXPECT_TRUE(finished.wait(kWaitMs));
+}
+
+TEST_F(StartupFlow, WithoutAnyVersionMarkerTheProgramEnds) {
+    stage({"Templates"});
+    std::filesystem::remove(install / "Templates" / "version");
+    EXPECT_FALSE(startProgram());
+    EXPECT_TRUE(program->isShutDown());
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->text,
+              "Cannot locate template version information\r\nPlease reinstall the Lumora");
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_EQ(visibleForm("frmSplash"), nullptr);
+}
+
+TEST_F(StartupFlow, AKeyOnTheSplashOpensOneStartChooser) {
+    stage({"Templates", "app", "Help"});
+    makeWorkspace();
+    ASSERT_TRUE(startProgram());
+    SplashForm* splash = program->splash();
+    ASSERT_NE(splash, nullptr);
+    EXPECT_TRUE(splash->isVisible());
+    EXPECT_EQ(splash->timer().interval(), 1500);
+    EXPECT_TRUE(splash->timer().isActive());
+
+    QTest::keyClick(splash, Qt::Key_Space);
+    ASSERT_NE(visibleForm("frmOpenChoose"), nullptr);
+    EXPECT_EQ(visibleForm("frmOpenChoose")->windowTitle(), "Lumora");
+    // The splash is gone with its timer, so nothing opens a second chooser.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return program->splash() == nullptr; }, kWaitMs));
+    int choosers = 0;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        choosers += w->objectName() == "frmOpenChoose" && w->isVisible();
+    EXPECT_EQ(choosers, 1);
+}
+
+TEST_F(StartupFlow, TheSplashTimerOpensTheStartChooser) {
+    stage({"Templates", "app"});
+    makeWorkspace();
+    ASSERT_TRUE(startProgram());
+    EXPECT_TRUE(QTest::qWaitFor([] { return visibleForm("frmOpenChoose") != nullptr; }, kWaitMs));
+}
+
+TEST_F(StartupFlow, RefusingToCreateTheWorkspaceEndsTheProgram) {
+    stage({"Templates", "app"});
+    ASSERT_TRUE(startProgram());
+    prompt.answer(Answer::No);
+    program->splash()->finish();
+    EXPECT_TRUE(program->isShutDown());
+    EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[0].title, "Create MyContent");
+    EXPECT_EQ(prompt.messages[1].text, "Cannot continue without \"MyContent\" folder.");
+}
+
+using StartChooserTest = GuiTest;
+
+TEST_F(StartChooserTest, EditWithoutAnyContentSaysSoAndStays) {
+    startToChooser();
+    QWidget* chooser = visibleForm("frmOpenChoose");
+    control<QToolButton>(chooser, "imgEdit")->click();
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->text, "You have not created any custom content.\r\n"
+                                   "Please Create a Lesson, Evaluation, or Survey.");
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
+}
+
+TEST_F(StartChooserTest, NewLessonAsksUntilTheNameIsAcceptedAndOpensTheMainForm) {
+    startToChooser();
+    std::filesystem::create_directories(workspace / "Taken");
+    prompt.type("a/b");
+    prompt.type("Taken");
+    prompt.type("  My Course  ");
+    control<QToolButton>(visibleForm("frmOpenChoose"), "imgNewLesson")->click();
+
+    ASSERT_EQ(prompt.asked.size(), 3u);
+    EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[0].text, "You cannot use the following characters:\r\n"
+                                       "                   / \\ : * ? \" < > |");
+    EXPECT_EQ(prompt.messages[1].text, "Taken already exists.\r\nYou must use a unique name.");
+
+    EXPECT_TRUE(std::filesystem::exists(workspace / "My_Course" / "lessonframeset.html"));
+    QWidget* main = visibleForm("frmMain");
+    ASSERT_NE(main, nullptr);
+    EXPECT_EQ(main->windowTitle().toStdString(), "Lumora: " + session.module.modTitle);
+    EXPECT_FALSE(session.module.modTitle.empty());
+    EXPECT_FALSE(session.ModuleChanged);
+    EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
+}
+
+TEST_F(StartChooserTest, CancellingTheNameKeepsTheChooser) {
+    startToChooser();
+    prompt.type(std::nullopt);
+    control<QToolButton>(visibleForm("frmOpenChoose"), "imgNewSurvey")->click();
+    EXPECT_EQ(prompt.asked.size(), 1u);
+    EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Survey.");
+    EXPECT_NE(visibleForm("frmOpenChoose"), nullptr);
+    EXPECT_EQ(visibleForm("frmMain"), nullptr);
+    EXPECT_TRUE(session.module.moduleType.empty());
+}
+
+class FolderChooserTest : public GuiTest {
+  protected:
+    // The start chooser's Edit over a workspace holding modules of each type and two folders
+    // that are no modules.
+    QWidget* openChooser() {
+        startToChooser();
+        addModule("Beta", "Lesson");
+        addModule("Alpha", "Evaluation");
+        addModule("Gamma", "Survey");
+        std::filesystem::create_directories(workspace / "notes (old)");
+        addModule("Both", "Lesson");
+        std::filesystem::copy_file(workspace / "Alpha" / "poolframeset.html",
+                                   workspace / "Both" / "poolframeset.html");
+        control<QToolButton>(visibleForm("frmOpenChoose"), "imgEdit")->click();
+        return visibleForm("frmChooseFolder");
+    }
+
+    QStringList entries(QWidget* chooser) {
+        QStringList texts;
+        auto* list = control<QListWidget>(chooser, "lstDirectories");
+        for (int i = 0; i < list->count(); ++i)
+            texts << list->item(i)->text();
+        return texts;
+    }
+};
+
+TEST_F(FolderChooserTest, ListsModuleFoldersWithTheirTypeLetters) {
+    QWidget* chooser = openChooser();
+    ASSERT_NE(chooser, nullptr);
+    EXPECT_EQ(chooser->windowTitle(), "Choose Folder");
+    EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
+    EXPECT_EQ(entries(chooser), QStringList({"Alpha (E)", "Beta (L)", "Both (L)", "Gamma (S)"}));
+}
+
+TEST_F(FolderChooserTest, OkWithoutASelectionAsksForOne) {
+    QWidget* chooser = openChooser();
+    control<QPushButton>(chooser, "OKButton")->click();
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->text, "You must choose a folder or click \"Cancel\"");
+    EXPECT_TRUE(chooser->isVisible());
+}
+
+TEST_F(FolderChooserTest, OkOpensTheChosenModuleByItsType) {
+    QWidget* chooser = openChooser();
+    auto* list = control<QListWidget>(chooser, "lstDirectories");
+    list->setCurrentRow(0); // Alpha (E)
+    control<QPushButton>(chooser, "OKButton")->click();
+    EXPECT_EQ(session.module.moduleType, "Evaluation");
+    EXPECT_EQ(session.module.folderName, "Alpha");
+    EXPECT_NE(visibleForm("frmMain"), nullptr);
+    EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
+    EXPECT_TRUE(prompt.messages.empty());
+}
+
+TEST_F(FolderChooserTest, CancelWithNoModuleOpenEndsTheProgram) {
+    QWidget* chooser = openChooser();
+    QSignalSpy finished(program.get(), &Program::finished);
+    control<QPushButton>(chooser, "CancelButton")->click();
+    EXPECT_TRUE(program->isShutDown());
+    EXPECT_TRUE(finished.wait(kWaitMs));
+}
+
+TEST_F(FolderChooserTest, ADamagedModuleNamesTheFileAndLeavesTheChooserUsable) {
+    QWidget* chooser = openChooser();
+    std::filesystem::remove(workspace / "Beta" / "scripts" / "inc_ModuleInfo.js");
+    auto* list = control<QListWidget>(chooser, "lstDirectories");
+    list->setCurrentRow(1); // Beta (L)
+    control<QPushButton>(chooser, "OKButton")->click();
+
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_EQ(prompt.last()->icon, Icon::Critical);
+    EXPECT_TRUE(containsText(prompt.last()->text, "inc_ModuleInfo.js"));
+    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_EQ(visibleForm("frmMain"), nullptr);
+    // Nothing half-loaded stays behind: Cancel still knows that no module is open.
+    EXPECT_TRUE(session.module.moduleType.empty());
+
+    list->setCurrentRow(3); // Gamma (S)
+    control<QPushButton>(chooser, "OKButton")->click();
+    EXPECT_EQ(session.module.moduleType, "Survey");
+    EXPECT_NE(visibleForm("frmMain"), nullptr);
+}
+
+} // namespace
+} // namespace lumora::testing

@@ -1,0 +1,107 @@
+// The pure parts of the forms: list texts, the resolution rule, the message adaptation of the
+// prompt, the About box's dictionary names; and the prompt's real message box.
+#include "GuiFixture.h"
+
+#include "forms/QtPrompt.h"
+#include "forms/dialogs/AboutForm.h"
+#include "forms/main/ListTexts.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace lumora::testing {
+namespace {
+
+CourseModule moduleWithPages(std::initializer_list<const char*> titles) {
+    CourseModule module;
+    for (const char* title : titles)
+        module.pages.push_back({"", title, ""});
+    return module;
+}
+
+TEST(ListTexts, PagesAreNumberedFromZeroWithTheFirstUnnumbered) {
+    CourseModule module = moduleWithPages({"Intro", "Basics", "Review"});
+    EXPECT_EQ(getNumberedPageText(module, 0), "Intro");
+    EXPECT_EQ(getNumberedPageText(module, 1), "1. Basics");
+    EXPECT_EQ(getNumberedPageText(module, 2), "2. Review");
+    EXPECT_EQ(getNumberedPageText(module, 3), "");
+}
+
+TEST(ListTexts, QuestionsAreNumberedFromOneAndEmptyOnesAreLeftOut) {
+    CourseModule module;
+    module.questions.resize(3);
+    module.questions[0].questionText = "<P>What is it?&nbsp;</P>";
+    module.questions[2].questionText = "Third";
+    EXPECT_EQ(getNumberedQuestionText(module, 0), "1. What is it?");
+    EXPECT_EQ(questionListTexts(module), (std::vector<std::string>{"1. What is it?", "3. Third"}));
+}
+
+TEST(ListTexts, PageTitlesLoseTheirLineBreaks) {
+    EXPECT_EQ(pageTitleFromField("Two\r\nLines"), "TwoLines");
+    EXPECT_EQ(pageTitleFromField("Lone\nfeed"), "Lone\nfeed");
+}
+
+TEST(LayoutRules, OnlyAMaximisedFormOnAShortScreenIsRefused) {
+    EXPECT_TRUE(resolutionTooLow(true, 400));
+    EXPECT_TRUE(resolutionTooLow(true, 479));
+    EXPECT_FALSE(resolutionTooLow(true, 480));
+    EXPECT_FALSE(resolutionTooLow(false, 400));
+    EXPECT_EQ(kMinimumWidthPx, 618);
+    EXPECT_EQ(kMinimumHeightPx, 487);
+}
+
+TEST(QtPromptTexts, LineBreaksAndTheDefaultTitle) {
+    EXPECT_EQ(messageText("one\r\ntwo"), "one\ntwo");
+    EXPECT_EQ(messageTitle(""), "Lumora");
+    EXPECT_EQ(messageTitle("Save"), "Save");
+}
+
+// The real message box: its text, title, icon and buttons, answered by clicking No.
+TEST(QtPromptBox, ShowsTheQuestionAsAskedAndAnswersWithTheButtonClicked) {
+    QtPrompt prompt;
+    QString seenText, seenTitle;
+    QMessageBox::Icon seenIcon = QMessageBox::NoIcon;
+    bool hadYes = false;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        seenText = box->text();
+        seenTitle = box->windowTitle();
+        seenIcon = box->icon();
+        hadYes = box->button(QMessageBox::Yes) != nullptr;
+        box->button(QMessageBox::No)->click();
+    });
+    Answer answer =
+        prompt.message("A <b>line</b>\r\nand another", "", Icon::Exclamation, Buttons::YesNo);
+    EXPECT_EQ(answer, Answer::No);
+    EXPECT_EQ(seenText, "A <b>line</b>\nand another");
+    EXPECT_EQ(seenTitle, "Lumora");
+    EXPECT_EQ(seenIcon, QMessageBox::Warning);
+    EXPECT_TRUE(hadYes);
+}
+
+TEST(AboutBox, NamesTheDictionariesPresentInOrder) {
+    QTemporaryDir dir;
+    const std::string folder = dir.path().toStdString();
+    EXPECT_EQ(lexiconNames(folder), "");
+    for (const char* file : {"en_med_glut.dic", "en_US.dic"})
+        std::ofstream(std::filesystem::path(folder) / file) << "1\nword\n";
+    EXPECT_EQ(lexiconNames(folder), "Standard, Medical");
+    std::ofstream(std::filesystem::path(folder) / "legal.dic") << "1\nword\n";
+    EXPECT_EQ(lexiconNames(folder), "Standard, Legal, Medical");
+}
+
+using AboutForm_ = GuiTest;
+
+TEST_F(AboutForm_, SystemInfoWithoutTheToolSaysItIsUnavailable) {
+    AboutForm about(session);
+    EXPECT_EQ(about.windowTitle(), "About Lumora");
+    control<QPushButton>(&about, "cmdSysInfo")->click();
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->text, "System Information Is Unavailable At This Time");
+    EXPECT_EQ(prompt.last()->icon, Icon::None);
+}
+
+} // namespace
+} // namespace lumora::testing
