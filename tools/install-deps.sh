@@ -10,7 +10,7 @@ packages=(
   qt6-base-dev qt6-webengine-dev qt6-webchannel-dev libqt6webenginecore6-bin
   libgl-dev libhunspell-dev hunspell-en-us hunspell-en-med libzip-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  xvfb xauth x11-apps imagemagick fonts-dejavu-core
+  xvfb xauth x11-apps xdotool imagemagick fonts-dejavu-core
   chromium libxml2-utils nodejs npm
 )
 
