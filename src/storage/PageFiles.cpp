@@ -9,6 +9,7 @@
 #include "storage/UnchangedFiles.h"
 
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 namespace lumora {
@@ -32,7 +33,14 @@ std::string buildPageFile(const std::vector<std::string>& skeleton, const std::s
         if (copying)
             writeLine(line);
         if (contains(line, kStartMarker)) {
-            writeLine(stored);
+            // Content read from a page ends with the line break of its last line; that break
+            // is the one this line ends with, so saving what was read leaves the file as it
+            // was instead of adding an empty line at every save.
+            std::string_view body = stored;
+            if (body.size() >= 2 && body.substr(body.size() - 2) == "\r\n")
+                body.remove_suffix(2);
+            out += body;
+            out += "\r\n";
             copying = false;
         }
     }

@@ -46,6 +46,19 @@ TEST_F(PageFilesTest, WriteThenReadAddsOneTrailingLineBreak) {
     EXPECT_EQ(ReadPageContent(m, 0, paths), "<P>One</P>\r\n<P>Two</P>\r\n");
 }
 
+TEST_F(PageFilesTest, SavingWhatWasReadLeavesThePageFileAsItWas) {
+    CourseModule m = makeModule(kLesson);
+    m.pages = {LessonPage{"page0.html", "", "<P>One</P>"}};
+    WritePageFile(m, 0, paths);
+    const std::string first = readFileBytes(joinPath(m.ModuleFolder, "page0.html"));
+    for (int round = 0; round < 3; ++round) {
+        m.pages[0].content = ReadPageContent(m, 0, paths);
+        WritePageFile(m, 0, paths);
+    }
+    EXPECT_EQ(readFileBytes(joinPath(m.ModuleFolder, "page0.html")), first);
+    EXPECT_EQ(ReadPageContent(m, 0, paths), "<P>One</P>\r\n");
+}
+
 TEST_F(PageFilesTest, MediaPathsAreStoredRelativeAndReadBackAbsolute) {
     CourseModule m = makeModule(kLesson);
     const std::string editor =
