@@ -14,6 +14,7 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QWebEngineView>
+#include <zip.h>
 
 namespace lumora::testing {
 namespace {
@@ -162,6 +163,41 @@ TEST_F(MainFormTest, SaveAsCopiesTheModuleAndRewritesItsPaths) {
     EXPECT_TRUE(containsText(moduleInfo("Course1"), "var useSCORM = false;"));
     EXPECT_TRUE(containsText(readText(moduleFile("Copy1", "page1.html")), "src=\"media/a.gif\""));
     EXPECT_FALSE(session.ModuleChanged);
+}
+
+TEST_F(MainFormTest, ExportPackageSavesForScormFirstAndWritesTheZip) {
+    MainForm* form = openLesson();
+    EXPECT_EQ(menu("mnuExportPackage")->text(), "Export Package...");
+    typeTitle(form, "Packaged");
+    const std::filesystem::path zipPath =
+        std::filesystem::path(root.path().toStdString()) / "c.zip";
+    const QString zip = QString::fromStdString(zipPath.string());
+
+    // Declining the save question writes nothing.
+    EXPECT_FALSE(form->exportPackageTo(zip));
+    EXPECT_FALSE(std::filesystem::exists(zipPath));
+    EXPECT_TRUE(session.ModuleChanged);
+
+    prompt.answer(Answer::Yes);
+    ASSERT_TRUE(form->exportPackageTo(zip));
+    EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Packaged\";"));
+    EXPECT_TRUE(containsText(moduleInfo(), "var useSCORM = true;"));
+    EXPECT_EQ(prompt.last()->title, "Export Package");
+
+    int err = 0;
+    zip_t* archive = zip_open(zipPath.string().c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &err);
+    ASSERT_NE(archive, nullptr) << err;
+    EXPECT_GE(zip_name_locate(archive, "imsmanifest.xml", 0), 0);
+    EXPECT_GE(zip_name_locate(archive, "lessonframeset.html", 0), 0);
+    EXPECT_GE(zip_name_locate(archive, "scripts/inc_ModuleInfo.js", 0), 0);
+    zip_close(archive);
+    EXPECT_TRUE(containsText(readText(moduleFile("Course1", "imsmanifest.xml")),
+                             "<title>Packaged</title>"));
+
+    // A package inside the module folder would contain itself: refused.
+    EXPECT_FALSE(
+        form->exportPackageTo(QString::fromStdString(moduleFile("Course1", "x.zip").string())));
+    EXPECT_EQ(prompt.last()->title, "Error");
 }
 
 TEST_F(MainFormTest, AFailedSaveSaysSoAndKeepsTheEdits) {

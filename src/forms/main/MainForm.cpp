@@ -8,8 +8,11 @@
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/main/ListTexts.h"
 #include "forms/main/ModuleActions.h"
+#include "platform/PackageExport.h"
 
 #include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -119,6 +122,51 @@ void MainForm::mnuSaveAs_Click() {
     // Save As always saves with SCORM, into the copy it has just made.
     if (replaceModuleGuarded(session_, [&] { return SaveModuleAs(session_); }))
         mnuSave_Click();
+}
+
+// --- package export ----------------------------------------------------------------------
+
+void MainForm::mnuExportPackage_Click() {
+    const QString suggested =
+        QDir(QDir::homePath())
+            .filePath(QString::fromStdString(session_.module.folderName) + ".zip");
+    const QString path =
+        QFileDialog::getSaveFileName(this, "Export Package", suggested, "Zip packages (*.zip)");
+    if (!path.isEmpty())
+        exportPackageTo(path);
+}
+
+bool MainForm::exportPackageTo(const QString& zipPath) {
+    // The package holds the files on disk, so they must hold what the author sees; an LMS
+    // package is always saved for SCORM/AICC.
+    if (session_.ModuleChanged || session_.module.useSCORM != "true") {
+        if (!session_.prompt.ask(std::string("The module must be saved for SCORM/AICC first.") +
+                                     kCrLf + "Would you like to save it now?",
+                                 "Export Package", Icon::Question))
+            return false;
+        if (!saveWith(true))
+            return false;
+    }
+    const std::string path = zipPath.toStdString();
+    if (packagePathInsideModule(path, session_.module.ModuleFolder)) {
+        session_.prompt.error(
+            "The package cannot be written inside the module folder:" + std::string(kCrLf) + path);
+        return false;
+    }
+    std::vector<std::string> problems;
+    if (!reportFileErrors(session_.prompt,
+                          [&] { problems = exportModulePackage(session_.module, path); }))
+        return false;
+    if (!problems.empty()) {
+        std::string text = "The package was not written. An LMS would refuse it:";
+        for (const std::string& problem : problems)
+            text += kCrLf + std::string("     ") + problem;
+        session_.prompt.error(text);
+        return false;
+    }
+    session_.prompt.message("The package was written to:" + std::string(kCrLf) + path,
+                            "Export Package", Icon::Information, Buttons::OK);
+    return true;
 }
 
 // --- preview and help ----------------------------------------------------------------------

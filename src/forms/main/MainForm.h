@@ -67,6 +67,11 @@ class MainForm : public QMainWindow {
     void mnuSave_Click();
     void mnuSaveNonSCORM_Click();
     void mnuSaveAs_Click();
+    // Export Package...: asks where, then exportPackageTo.
+    void mnuExportPackage_Click();
+    // Saves a changed module first (after asking), then writes the zip an LMS imports.
+    // False when the author declined, or the package could not be written (after a message).
+    bool exportPackageTo(const QString& zipPath);
     void mnuExit_Click();
     void btnPreview_Click();
     void mnuHelpContents_Click();

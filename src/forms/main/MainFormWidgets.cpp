@@ -117,6 +117,8 @@ void MainForm::buildMenus() {
             this, &MainForm::mnuSaveNonSCORM_Click);
     connect(menuItem(mnuFile_, "mnuSaveAs", "Save Module As..."), &QAction::triggered, this,
             &MainForm::mnuSaveAs_Click);
+    connect(menuItem(mnuFile_, "mnuExportPackage", "Export Package..."), &QAction::triggered, this,
+            &MainForm::mnuExportPackage_Click);
     mnuSep2_ = separator(mnuFile_, "mnuSep2");
     QAction* mnuExit = menuItem(mnuFile_, "mnuExit", "E&xit");
     connect(mnuExit, &QAction::triggered, this, &MainForm::mnuExit_Click);
