@@ -392,8 +392,9 @@ TEST(LmsFilesTemplates, TemplatesHoldWhatTheGeneratorWrites) {
             EXPECT_EQ(bytesOf(source / type / file), bytesOf(copy / file))
                 << type << "/" << file << " is stale: run tools/refresh-templates.sh";
         }
-        if (!refresh)
+        if (!refresh) {
             EXPECT_EQ(checkPackageFolder(folder.string()), std::vector<std::string>{}) << type;
+        }
     }
     if (checked == 0)
         GTEST_SKIP() << "no staged template holds its frameset file yet";
