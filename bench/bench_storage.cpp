@@ -243,6 +243,33 @@ void BM_PlainWrite(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * total));
 }
 
+// A plain file copy as `cp` makes one: the same bytes written into new files of a new folder.
+// Every file of a safe save is a new file too (written beside the old one, then renamed), so
+// this is the floor for a save in which every file changed.
+void BM_PlainCopyToNewFiles(benchmark::State& state) {
+    PlainCopy& p = plain();
+    const fs::path target = folder().root / "FreshCopy";
+    std::size_t total = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        fs::remove_all(target);
+        fs::create_directories(target / "scripts");
+        state.ResumeTiming();
+        total = 0;
+        for (std::size_t i = 0; i < p.paths.size(); ++i) {
+            const fs::path to = target / fs::relative(p.paths[i], folder().root / "PlainCopy");
+            std::FILE* out = std::fopen(to.c_str(), "wb");
+            if (!out) {
+                state.SkipWithError("cannot write the fresh copy");
+                break;
+            }
+            total += std::fwrite(p.bytes[i].data(), 1, p.bytes[i].size(), out);
+            std::fclose(out);
+        }
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * total));
+}
+
 void BM_PlainRead(benchmark::State& state) {
     PlainCopy& p = plain();
     std::string buffer;
@@ -273,6 +300,7 @@ void BM_PlainRead(benchmark::State& state) {
 BENCHMARK(BM_SaveLesson)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SaveLessonEveryFileChanged)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlainWrite)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PlainCopyToNewFiles)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadLesson)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlainRead)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadLessonConversionsOnly)->Unit(benchmark::kMillisecond);
