@@ -326,21 +326,24 @@ void moveListItemDown(Session& session, const std::string& listName, int selecte
     session.markChanged();
 }
 
+// Puts a blank record made by `make(position)` at the end of the list (or over a trailing blank
+// one) and returns its position, which becomes current.
+template <class T, class Make> std::int16_t appendBlank(std::vector<T>& list, Make make) {
+    const std::size_t n = slotForNew(list);
+    list.resize(n + 1);
+    list[n] = make(n);
+    return static_cast<std::int16_t>(n);
+}
+
 void addBlankPage(Session& session) {
-    auto& pages = session.module.pages;
-    const std::size_t n = slotForNew(pages);
-    pages.resize(n + 1);
-    pages[n] = blankPage(session, n);
-    session.CurrentPage = static_cast<std::int16_t>(n);
+    session.CurrentPage =
+        appendBlank(session.module.pages, [&](std::size_t n) { return blankPage(session, n); });
     session.markChanged();
 }
 
 void addBlankQuestion(Session& session) {
-    auto& questions = session.module.questions;
-    const std::size_t n = slotForNew(questions);
-    questions.resize(n + 1);
-    questions[n] = blankQuestion(session, n);
-    session.CurrentItem = static_cast<std::int16_t>(n);
+    session.CurrentItem = appendBlank(session.module.questions,
+                                      [&](std::size_t n) { return blankQuestion(session, n); });
     session.markChanged();
 }
 
@@ -348,19 +351,14 @@ void addBlankOption(Session& session) {
     QAndAItem* item = currentItem(session);
     if (!item)
         return;
-    const std::size_t n = slotForNew(item->options);
-    item->options.resize(n + 1);
-    item->options[n] = session.defaults.option;
-    session.CurrentOption = static_cast<std::int16_t>(n);
+    session.CurrentOption =
+        appendBlank(item->options, [&](std::size_t) { return session.defaults.option; });
     session.markChanged();
 }
 
 void addBlankTerm(Session& session) {
-    auto& glossary = session.module.glossary;
-    const std::size_t n = slotForNew(glossary);
-    glossary.resize(n + 1);
-    glossary[n] = blankTerm(session, n);
-    session.CurrentTerm = static_cast<std::int16_t>(n);
+    session.CurrentTerm =
+        appendBlank(session.module.glossary, [&](std::size_t n) { return blankTerm(session, n); });
     session.markChanged();
 }
 
