@@ -31,8 +31,13 @@ build-asan: deps
 test-asan: build-asan
 	cd $(ASAN_BUILD) && ctest --output-on-failure -L core -j $(JOBS)
 
+# Every benchmark, one after the other (figures in README.md).
 bench: build
-	$(BUILD)/bench/lumora_bench --benchmark_counters_tabular=true
+	$(BUILD)/bench/lumora_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
+	QT_QPA_PLATFORM=offscreen QTWEBENGINE_CHROMIUM_FLAGS="--no-sandbox --disable-gpu" \
+	  $(BUILD)/bench/lumora_editor_bench
+	bench/startup-time.sh $(BUILD)/dist 5
+	node bench/player-budget.mjs $(BUILD)/dist
 
 format:
 	find src tests bench -name '*.cpp' -o -name '*.h' | xargs clang-format -i
