@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -27,6 +29,46 @@ TEST(ReplaceAll, HandlesEdgesOfTheText) {
     EXPECT_EQ(replaceAll("<p<p<pa", "<pa", "-"), "<p<p-");
     EXPECT_EQ(replaceAll(std::string("a\0b\0", 4), std::string_view("\0b", 2), "+"),
               std::string("a+\0", 3));
+}
+
+// The plain definition: find from the left, append the replacement, continue after the match.
+std::string replaceAllNaively(const std::string& text, const std::string& from,
+                              const std::string& to) {
+    if (from.empty())
+        return text;
+    std::string out;
+    std::size_t pos = 0;
+    for (std::size_t hit = text.find(from); hit != std::string::npos; hit = text.find(from, pos)) {
+        out += text.substr(pos, hit - pos);
+        out += to;
+        pos = hit + from.size();
+    }
+    return out + text.substr(pos);
+}
+
+TEST(ReplaceAll, AgreesWithThePlainDefinitionOnRandomText) {
+    // Few distinct bytes, so patterns overlap, repeat and sit at both ends; replacements are
+    // shorter, equal and longer (rewritten in place or into a new buffer), and the rarest
+    // byte a search anchors on falls at the start, middle and end of patterns.
+    const std::vector<std::string> alphabet = {
+        "<", ">", "a", "b", "P", "Y", "(", "\xC2", std::string(1, '\0')};
+    std::mt19937 random(977);
+    const auto randomText = [&](std::size_t maxLength) {
+        std::string text;
+        const std::size_t length = random() % (maxLength + 1);
+        for (std::size_t i = 0; i < length; ++i)
+            text += alphabet[random() % alphabet.size()];
+        return text;
+    };
+    for (int round = 0; round < 20000; ++round) {
+        const std::string text = randomText(40);
+        std::string from = randomText(5);
+        if (from.empty() && round % 2 == 0)
+            from = "Y";
+        const std::string to = randomText(6);
+        ASSERT_EQ(replaceAll(text, from, to), replaceAllNaively(text, from, to))
+            << "text \"" << text << "\" from \"" << from << "\" to \"" << to << "\"";
+    }
 }
 
 } // namespace
