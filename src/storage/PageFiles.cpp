@@ -47,11 +47,36 @@ std::string buildPageFile(const std::vector<std::string>& skeleton, const std::s
     return out;
 }
 
-std::string contentBetweenMarkers(std::string_view text) {
+namespace {
+
+// Where the line holding `pos` starts and where the line after it starts (text.size() when it
+// is the last line).
+std::size_t lineStart(std::string_view text, std::size_t pos) {
+    const std::size_t lf = pos == 0 ? std::string_view::npos : text.rfind('\n', pos - 1);
+    return lf == std::string_view::npos ? 0 : lf + 1;
+}
+
+std::size_t nextLineStart(std::string_view text, std::size_t pos) {
+    const std::size_t lf = text.find('\n', pos);
+    return lf == std::string_view::npos ? text.size() : lf + 1;
+}
+
+// True when every line of the block already ends in CR LF, so the block is its own content.
+bool endsEveryLineWithCrLf(std::string_view block) {
+    if (block.empty())
+        return true;
+    if (block.back() != '\n')
+        return false;
+    for (std::size_t lf = block.find('\n'); lf != std::string_view::npos;
+         lf = block.find('\n', lf + 1))
+        if (lf == 0 || block[lf - 1] != '\r')
+            return false;
+    return true;
+}
+
+std::string contentLineByLine(std::string_view text) {
     std::string content;
     bool reading = false;
-    // Lines as the file reader splits them (CR LF or LF), walked in place: a module opens a
-    // thousand pages, and only the lines between the markers are kept.
     std::size_t pos = 0;
     while (pos < text.size()) {
         const std::size_t lf = text.find('\n', pos);
@@ -73,6 +98,29 @@ std::string contentBetweenMarkers(std::string_view text) {
     return content;
 }
 
+} // namespace
+
+std::string contentBetweenMarkers(std::string_view text) {
+    // The lines after the first line holding the start marker, up to the first line holding the
+    // end marker, which ends the reading even before a start marker. Markers hold no line
+    // break, so those lines are found by searching the whole text; a page saved by this
+    // program has CR LF lines and its content is then that block of the text as it stands.
+    const std::size_t start = text.find(kStartMarker);
+    if (start == std::string_view::npos)
+        return {};
+    const std::size_t endMarker = text.find(kEndMarker);
+    const std::size_t from = nextLineStart(text, start);
+    const std::size_t to =
+        endMarker == std::string_view::npos ? text.size() : lineStart(text, endMarker);
+    if (endMarker != std::string_view::npos && to <= start)
+        return {}; // the end marker's line comes first or is the start marker's own
+    const std::string_view block = text.substr(from, to > from ? to - from : 0);
+    if (endsEveryLineWithCrLf(block))
+        return std::string(block);
+    // Lines ended by LF alone, or a last line without an end: each line gets its CR LF.
+    return contentLineByLine(text);
+}
+
 void writePageFileFrom(const CourseModule& module, std::size_t i,
                        const std::vector<std::string>& skeleton, const ContentPaths& paths) {
     const std::string stored = toStoredHTML(module.pages.at(i).content, paths);
@@ -86,7 +134,13 @@ void WritePageFile(const CourseModule& module, std::size_t i, const ContentPaths
 
 std::string ReadPageContent(const CourseModule& module, std::size_t i, const ContentPaths& paths) {
     const std::string path = joinPath(module.ModuleFolder, module.pages.at(i).fileName);
-    return toEditorHTML(contentBetweenMarkers(decodeText(readFileBytes(path))), paths);
+    // Opening a module reads a thousand pages: one buffer serves them all.
+    thread_local std::string bytes;
+    readFileInto(path, bytes);
+    std::string content = contentBetweenMarkers(decodedView(bytes));
+    if (bytes.capacity() > (1u << 20))
+        std::string().swap(bytes); // a huge page does not keep its memory
+    return toEditorHTML(content, paths);
 }
 
 void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& paths) {

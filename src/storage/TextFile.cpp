@@ -133,7 +133,7 @@ std::vector<std::string> splitLines(const std::string& text) {
     return lines;
 }
 
-std::string readFileBytes(const std::string& path) {
+void readFileInto(const std::string& path, std::string& bytes) {
     // The folder test is made only when opening or reading fails: a module opens a thousand
     // page files, and each test is one more call into the file system.
     const auto failure = [&path](const char* fallback, int err) {
@@ -146,7 +146,10 @@ std::string readFileBytes(const std::string& path) {
     std::FILE* f = std::fopen(path.c_str(), "rb");
     if (!f)
         throw failure("cannot be opened", errno);
-    std::string bytes;
+    // Unbuffered: every read goes straight into the chunk below, without the stream's own
+    // buffer to allocate and copy through.
+    std::setvbuf(f, nullptr, _IONBF, 0);
+    bytes.clear();
     char chunk[1 << 16];
     std::size_t n;
     while ((n = std::fread(chunk, 1, sizeof chunk, f)) > 0)
@@ -156,7 +159,23 @@ std::string readFileBytes(const std::string& path) {
     std::fclose(f);
     if (bad)
         throw failure("cannot be read", err);
+}
+
+std::string readFileBytes(const std::string& path) {
+    std::string bytes;
+    readFileInto(path, bytes);
     return bytes;
+}
+
+std::string_view decodedView(std::string& bytes) {
+    if (!isValidUtf8(bytes)) {
+        bytes = decodeText(std::move(bytes));
+        return bytes;
+    }
+    std::string_view text = bytes;
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.remove_prefix(3);
+    return text;
 }
 
 std::vector<std::string> readTextLines(const std::string& path) {

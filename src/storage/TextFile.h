@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumora {
@@ -27,12 +28,17 @@ class FileError : public std::runtime_error {
 // anything else is read as Windows-1252.
 std::string decodeText(const std::string& bytes);
 std::string decodeText(std::string&& bytes); // no copy of text that is already UTF-8
+// The same text as decodeText(bytes), viewed in place when the bytes are UTF-8 already (else
+// the bytes are replaced by their decoding). The view lives as long as the bytes are unchanged.
+std::string_view decodedView(std::string& bytes);
 
 // Splits text into lines at CR LF or LF. A final line break does not start another line.
 std::vector<std::string> splitLines(const std::string& text);
 
 // Reads a whole file as bytes; throws FileError when it cannot.
 std::string readFileBytes(const std::string& path);
+// The same into a buffer the caller keeps, so reading many files reuses one allocation.
+void readFileInto(const std::string& path, std::string& bytes);
 
 // Reads and decodes a text file into lines; throws FileError when it cannot.
 std::vector<std::string> readTextLines(const std::string& path);
