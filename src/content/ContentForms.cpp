@@ -57,6 +57,42 @@ std::string percentEncoded(const std::string& path) {
     return out;
 }
 
+// The editor-form texts toEditorHTML puts in, made once for the folders they name: loading a
+// module converts thousands of texts with the same folders, most of them a few words long.
+struct EditorTexts {
+    std::string moduleFolder;
+    std::string installFolder;
+    std::string mediaAttribute; // "=\"" and the editor media folder
+    std::string start;
+    std::string end;
+};
+
+const EditorTexts& editorTexts(const ContentPaths& paths) {
+    thread_local EditorTexts texts;
+    thread_local bool made = false;
+    if (!made || texts.moduleFolder != paths.moduleFolder ||
+        texts.installFolder != paths.installFolder) {
+        texts.moduleFolder = paths.moduleFolder;
+        texts.installFolder = paths.installFolder;
+        texts.mediaAttribute = "=\"" + editorMediaFolder(paths);
+        texts.start = appImage(paths, "QAndAStart.gif");
+        texts.end = appImage(paths, "QAndAEnd.gif");
+        made = true;
+    }
+    return texts;
+}
+
+std::string editorFromStored(std::string html, const ContentPaths& paths) {
+    const EditorTexts& texts = editorTexts(paths);
+    html = replaceAll(std::move(html), "=\"media/", texts.mediaAttribute);
+    // Start and end texts are converted independently, wherever they occur.
+    html = replaceAll(std::move(html), kLowerActivityStart, texts.start);
+    html = replaceAll(std::move(html), kStoredActivityStart, texts.start);
+    html = replaceAll(std::move(html), kLowerActivityEnd, texts.end);
+    html = replaceAll(std::move(html), kStoredActivityEnd, texts.end);
+    return normalizeHTML(std::move(html));
+}
+
 } // namespace
 
 std::string activityStartImage(const ContentPaths& paths) {
@@ -72,15 +108,7 @@ std::string activityPlaceholder(const ContentPaths& paths, int n) {
 }
 
 std::string toEditorHTML(const std::string& stored, const ContentPaths& paths) {
-    const std::string start = activityStartImage(paths);
-    const std::string end = activityEndImage(paths);
-    std::string html = replaceAll(stored, "=\"media/", "=\"" + editorMediaFolder(paths));
-    // Start and end texts are converted independently, wherever they occur.
-    html = replaceAll(std::move(html), kLowerActivityStart, start);
-    html = replaceAll(std::move(html), kStoredActivityStart, start);
-    html = replaceAll(std::move(html), kLowerActivityEnd, end);
-    html = replaceAll(std::move(html), kStoredActivityEnd, end);
-    return normalizeHTML(html);
+    return editorFromStored(stored, paths);
 }
 
 std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
@@ -98,13 +126,13 @@ std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
     html = replaceAll(std::move(html), activityStartImage(paths), kStoredActivityStart);
     html = replaceAll(std::move(html), activityEndImage(paths), kStoredActivityEnd);
     html = replaceAll(std::move(html), "file://", "");
-    return normalizeHTML(html);
+    return normalizeHTML(std::move(html));
 }
 
 std::string fromScriptString(const std::string& literal, const ContentPaths& paths) {
     std::string html = replaceAll(literal, "\\\"", "\"");
     html = replaceAll(std::move(html), "<br>", "\r\n");
-    return blankIfEmpty(toEditorHTML(html, paths));
+    return blankIfEmpty(editorFromStored(std::move(html), paths));
 }
 
 std::string toScriptString(const std::string& editor, const ContentPaths& paths) {

@@ -5,6 +5,7 @@
 #include "storage/TextUtil.h"
 
 #include <array>
+#include <cstring>
 #include <string_view>
 
 namespace lumora {
@@ -71,18 +72,26 @@ std::string applyInOrder(std::string text, const std::array<Replacement, N>& ste
 // The same result as applyInOrder, in one scan and one copy, for tables whose patterns cannot
 // overlap one another and whose replacements cannot form a pattern: then no step can create,
 // hide or split a match of another, and replacing each match where it stands is equivalent.
-// Both tables below qualify: the tag renames each hold a single '<' at their start, and the
-// characters are whole UTF-8 sequences replaced by ASCII.
+// The character table qualifies: its patterns are whole UTF-8 sequences replaced by ASCII.
+// The scan starts at the first byte that can begin a pattern, found with memchr: most content
+// has none of these characters and is handed back untouched.
 template <std::size_t N>
-std::string applyDisjoint(const std::string& text, const std::array<Replacement, N>& steps) {
+std::string applyDisjoint(std::string text, const std::array<Replacement, N>& steps) {
     std::array<bool, 256> starts{};
-    for (const Replacement& step : steps)
-        starts[static_cast<unsigned char>(step.find.front())] = true;
+    std::size_t first = text.size();
+    for (const Replacement& step : steps) {
+        const auto lead = static_cast<unsigned char>(step.find.front());
+        if (starts[lead])
+            continue;
+        starts[lead] = true;
+        if (const void* hit = std::memchr(text.data(), lead, first))
+            first = static_cast<std::size_t>(static_cast<const char*>(hit) - text.data());
+    }
 
     std::string out;
     std::size_t copied = 0;
     const std::size_t size = text.size();
-    for (std::size_t i = 0; i < size; ++i) {
+    for (std::size_t i = first; i < size; ++i) {
         if (!starts[static_cast<unsigned char>(text[i])])
             continue;
         const std::string_view rest(text.data() + i, size - i);
@@ -121,16 +130,32 @@ bool endsWithLower(std::string_view text, std::string_view lowerSuffix) {
 } // namespace
 
 std::string normalizeHTML(const std::string& html) {
-    std::string text = applyDisjoint(html, kTagRenames);
-    text = applyInOrder(std::move(text), kTableFixups);
-    return applyDisjoint(text, kEntities);
+    return normalizeHTML(std::string(html));
 }
 
+std::string normalizeHTML(std::string&& html) {
+    // Each step is a search for a pattern's least common byte, so the tag renames are cheaper
+    // as four passes than as one scan stopping at every '<'.
+    std::string text = applyInOrder(std::move(html), kTagRenames);
+    text = applyInOrder(std::move(text), kTableFixups);
+    return applyDisjoint(std::move(text), kEntities);
+}
+
+namespace {
+
+// What the editing control leaves behind when the author clears everything.
+bool isEmptyShape(const std::string& html) {
+    return html == " " || html == "&nbsp;" || html == "<P>&nbsp;</P>";
+}
+
+} // namespace
+
 std::string blankIfEmpty(const std::string& html) {
-    // What the editing control leaves behind when the author clears everything.
-    if (html == " " || html == "&nbsp;" || html == "<P>&nbsp;</P>")
-        return {};
-    return html;
+    return isEmptyShape(html) ? std::string() : html;
+}
+
+std::string blankIfEmpty(std::string&& html) {
+    return isEmptyShape(html) ? std::string() : std::move(html);
 }
 
 std::string stripParagraphs(const std::string& html) {

@@ -7,7 +7,9 @@
 namespace lumora {
 
 std::string normalizeHTML(const std::string& html);
+std::string normalizeHTML(std::string&& html); // the same, reusing the text's buffer
 std::string blankIfEmpty(const std::string& html);
+std::string blankIfEmpty(std::string&& html); // the same, without a copy
 std::string stripParagraphs(const std::string& html);
 std::string stripOuterParagraph(const std::string& html);
 

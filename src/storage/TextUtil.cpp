@@ -17,9 +17,9 @@ constexpr std::array<unsigned char, 256> kCommonness = [] {
         rank[c] = c < 0x20 ? 1 : c < 0x80 ? 2 : 3;
     for (unsigned char c : std::string_view("0123456789&;-:ACDEFGHILMNOSU"))
         rank[c] = 3;
-    for (unsigned char c : std::string_view("bcdfgmpuvwy\"=/.,\r\nPTRBI"))
+    for (unsigned char c : std::string_view("bcdfgmpuvwy\"=.,\r\nPTRBI"))
         rank[c] = 4;
-    for (unsigned char c : std::string_view(" etaoinsrhl<>"))
+    for (unsigned char c : std::string_view(" etaoinsrhl<>/"))
         rank[c] = 5;
     return rank;
 }();
