@@ -84,12 +84,12 @@ const EditorTexts& editorTexts(const ContentPaths& paths) {
 
 std::string editorFromStored(std::string html, const ContentPaths& paths) {
     const EditorTexts& texts = editorTexts(paths);
-    html = replaceAll(std::move(html), "=\"media/", texts.mediaAttribute);
+    replaceAllIn(html, "=\"media/", texts.mediaAttribute);
     // Start and end texts are converted independently, wherever they occur.
-    html = replaceAll(std::move(html), kLowerActivityStart, texts.start);
-    html = replaceAll(std::move(html), kStoredActivityStart, texts.start);
-    html = replaceAll(std::move(html), kLowerActivityEnd, texts.end);
-    html = replaceAll(std::move(html), kStoredActivityEnd, texts.end);
+    replaceAllIn(html, kLowerActivityStart, texts.start);
+    replaceAllIn(html, kStoredActivityStart, texts.start);
+    replaceAllIn(html, kLowerActivityEnd, texts.end);
+    replaceAllIn(html, kStoredActivityEnd, texts.end);
     return normalizeHTML(std::move(html));
 }
 
@@ -119,19 +119,19 @@ std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
     std::string html = replaceAll(editor, "file://" + urlPath, "media/");
     const std::string encoded = percentEncoded(urlPath);
     if (encoded != urlPath)
-        html = replaceAll(std::move(html), "file://" + encoded, "media/");
+        replaceAllIn(html, "file://" + encoded, "media/");
 
-    html = replaceAll(std::move(html), media, "media/");
-    html = replaceAll(std::move(html), otherSlashForm(media), "media/");
-    html = replaceAll(std::move(html), activityStartImage(paths), kStoredActivityStart);
-    html = replaceAll(std::move(html), activityEndImage(paths), kStoredActivityEnd);
-    html = replaceAll(std::move(html), "file://", "");
+    replaceAllIn(html, media, "media/");
+    replaceAllIn(html, otherSlashForm(media), "media/");
+    replaceAllIn(html, activityStartImage(paths), kStoredActivityStart);
+    replaceAllIn(html, activityEndImage(paths), kStoredActivityEnd);
+    replaceAllIn(html, "file://", "");
     return normalizeHTML(std::move(html));
 }
 
 std::string fromScriptString(const std::string& literal, const ContentPaths& paths) {
     std::string html = replaceAll(literal, "\\\"", "\"");
-    html = replaceAll(std::move(html), "<br>", "\r\n");
+    replaceAllIn(html, "<br>", "\r\n");
     return blankIfEmpty(editorFromStored(std::move(html), paths));
 }
 

@@ -65,7 +65,7 @@ constexpr std::array<Replacement, 19> kEntities{{
 template <std::size_t N>
 std::string applyInOrder(std::string text, const std::array<Replacement, N>& steps) {
     for (const Replacement& step : steps)
-        text = replaceAll(std::move(text), step.find, step.replace);
+        replaceAllIn(text, step.find, step.replace);
     return text;
 }
 

@@ -63,14 +63,14 @@ std::size_t findFrom(std::string_view text, std::string_view part, std::size_t p
 
 } // namespace
 
-std::string replaceAll(std::string text, std::string_view from, std::string_view to) {
+void replaceAllIn(std::string& text, std::string_view from, std::string_view to) {
     if (from.empty() || from.size() > text.size())
-        return text;
+        return;
     const std::size_t anchor = anchorOf(from);
     std::size_t hit = findFrom(text, from, 0, anchor);
-    // Most passes of a conversion find nothing: hand the text back without copying it.
+    // Most passes of a conversion find nothing and leave the text as it is.
     if (hit == std::string::npos)
-        return text;
+        return;
     if (to.size() <= from.size()) {
         // Not longer: rewrite in place, no second buffer. What is still to be searched lies at
         // or after `read`, which never falls behind `write`, so it is never overwritten first.
@@ -88,7 +88,7 @@ std::string replaceAll(std::string text, std::string_view from, std::string_view
             write += keep;
         } while (hit != std::string::npos);
         text.resize(write);
-        return text;
+        return;
     }
     std::string out;
     out.reserve(text.size() + text.size() / 8 + to.size() - from.size());
@@ -100,7 +100,12 @@ std::string replaceAll(std::string text, std::string_view from, std::string_view
         hit = findFrom(text, from, pos, anchor);
     } while (hit != std::string::npos);
     out.append(text, pos, std::string::npos);
-    return out;
+    text.swap(out);
+}
+
+std::string replaceAll(std::string text, std::string_view from, std::string_view to) {
+    replaceAllIn(text, from, to);
+    return text;
 }
 
 std::string trimSpaces(std::string_view text) {
