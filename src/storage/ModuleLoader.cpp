@@ -58,6 +58,41 @@ QuestionPrefixes questionPrefixes(bool lesson) {
 
 constexpr std::string_view kShuffleOptions = "].shuffleDistractors();";
 
+// A script file's lines as readTextLines gives them (CR LF or LF; a final line break starts no
+// further line), viewed in place: only the few lines that hold a value are ever copied.
+class Lines {
+  public:
+    explicit Lines(const std::string& path) : bytes_(readFileBytes(path)) {
+        text_ = decodedView(bytes_);
+    }
+    Lines(const Lines&) = delete; // the view points into this object's own bytes
+    Lines& operator=(const Lines&) = delete;
+
+    bool atEnd() const { return pos_ >= text_.size(); }
+
+    std::string_view take() {
+        const std::size_t lf = text_.find('\n', pos_);
+        std::size_t end = lf == std::string_view::npos ? text_.size() : lf;
+        if (lf != std::string_view::npos && end > pos_ && text_[end - 1] == '\r')
+            --end;
+        const std::string_view line = text_.substr(pos_, end - pos_);
+        pos_ = lf == std::string_view::npos ? text_.size() : lf + 1;
+        return line;
+    }
+
+  private:
+    std::string bytes_;
+    std::string_view text_;
+    std::size_t pos_ = 0;
+};
+
+// ExtractValue for a line viewed in place; a line without the prefix has no value.
+std::string valueAfter(std::string_view line, const std::string& prefix, std::size_t cut) {
+    if (!contains(line, prefix))
+        return {};
+    return ExtractValue(std::string(line), prefix, cut);
+}
+
 void loadGlossary(CourseModule& module, const std::string& path, const ContentPaths& paths) {
     static const std::string kNewTerm = "arrDefObjects[TermID] = new objGlossary(TermID);";
     static const std::string kTerm = "arrDefObjects[TermID].term = \"";
@@ -65,19 +100,20 @@ void loadGlossary(CourseModule& module, const std::string& path, const ContentPa
 
     // Terms read so far; values go to the last one, and have nowhere to go before the first.
     std::size_t terms = 0;
-    for (const std::string& line : readTextLines(path)) {
+    for (Lines lines(path); !lines.atEnd();) {
+        const std::string_view line = lines.take();
         if (contains(line, kNewTerm)) {
             GlossaryTerm term;
             term.id = std::to_string(terms);
             placeAt(module.glossary, terms++, std::move(term));
         }
         if (contains(line, kTerm)) {
-            std::string value = ExtractValue(line, kTerm, 2);
+            std::string value = valueAfter(line, kTerm, 2);
             if (!value.empty() && terms > 0)
                 module.glossary[terms - 1].term = unescapeQuotes(value);
         }
         if (contains(line, kDefinition)) {
-            std::string value = ExtractValue(line, kDefinition, 2);
+            std::string value = valueAfter(line, kDefinition, 2);
             if (!value.empty() && terms > 0)
                 module.glossary[terms - 1].definition = fromScriptString(value, paths);
         }
@@ -97,20 +133,20 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
     std::size_t options = 0;
 
     // Stores a value of the current option, when the line has one and there is an option.
-    const auto setOption = [&](const std::string& line, const std::string& prefix,
+    const auto setOption = [&](std::string_view line, const std::string& prefix,
                                std::string QuestionOption::*field) {
         if (!contains(line, prefix))
             return;
-        std::string value = ExtractValue(line, prefix, 2);
+        std::string value = valueAfter(line, prefix, 2);
         if (!value.empty() && items > 0 && options > 0)
             module.questions[items - 1].options[options - 1].*field =
                 fromScriptString(value, paths);
     };
-    const auto setItem = [&](const std::string& line, const std::string& prefix,
+    const auto setItem = [&](std::string_view line, const std::string& prefix,
                              std::string QAndAItem::*field) -> bool {
         if (!contains(line, prefix))
             return false;
-        std::string value = ExtractValue(line, prefix, 2);
+        std::string value = valueAfter(line, prefix, 2);
         if (value.empty() || items == 0)
             return false;
         module.questions[items - 1].*field = fromScriptString(value, paths);
@@ -118,10 +154,10 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
     };
 
     // Tests 1 to 7, in order, on a line that names the item.
-    const auto readItemLine = [&](const std::string& line) {
+    const auto readItemLine = [&](std::string_view line) {
         if (contains(line, p.newItem)) {
             QAndAItem fresh;
-            fresh.questionType = ExtractValue(line, p.newItem, 3);
+            fresh.questionType = valueAfter(line, p.newItem, 3);
             fresh.id = std::to_string(items + 1);
             fresh.shuffleDistractors = "false";
             fresh.options.resize(1); // the never-empty placeholder; the first option replaces it
@@ -131,7 +167,7 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
         if (setItem(line, p.question, &QAndAItem::questionText))
             questionTextRead = true;
         if (contains(line, p.addOption)) {
-            std::string value = ExtractValue(line, p.addOption, 2);
+            std::string value = valueAfter(line, p.addOption, 2);
             if (!value.empty() && items > 0) {
                 QuestionOption fresh;
                 fresh.correct = std::move(value);
@@ -146,7 +182,8 @@ bool loadQuestions(CourseModule& module, const std::string& path, const ContentP
             setItem(line, p.rationale, &QAndAItem::rationale);
     };
 
-    for (const std::string& line : readTextLines(path)) {
+    for (Lines lines(path); !lines.atEnd();) {
+        const std::string_view line = lines.take();
         // Most lines of a question file name the item; the others can only be the shuffle call.
         if (contains(line, p.self))
             readItemLine(line);
@@ -185,15 +222,15 @@ std::optional<std::int16_t> toInt16(const std::string& text) {
 // value turns up, so the steps must find their lines in the order the writer writes them.
 class ForwardReader {
   public:
-    explicit ForwardReader(std::vector<std::string> lines) : lines_(std::move(lines)) {}
+    explicit ForwardReader(const std::string& path) : lines_(path) {}
 
-    bool atEnd() const { return next_ >= lines_.size(); }
-    const std::string& take() { return lines_[next_++]; }
+    bool atEnd() const { return lines_.atEnd(); }
+    std::string_view take() { return lines_.take(); }
 
     // The first non-empty value of a line with the prefix; "" when the rest of the file has none.
     std::string valueOf(const std::string& prefix, std::size_t cut) {
         while (!atEnd()) {
-            std::string value = ExtractValue(take(), prefix, cut);
+            std::string value = valueAfter(take(), prefix, cut);
             if (!value.empty())
                 return value;
         }
@@ -201,8 +238,7 @@ class ForwardReader {
     }
 
   private:
-    std::vector<std::string> lines_;
-    std::size_t next_ = 0;
+    Lines lines_;
 };
 
 void loadModuleInfo(CourseModule& module, const std::string& path, const ContentPaths& paths) {
@@ -213,7 +249,7 @@ void loadModuleInfo(CourseModule& module, const std::string& path, const Content
     static const std::string kShuffleQuestions = "var shuffleEvalQuestions = ";
     static const std::string kNumQuestions = "var intNumQuestions = ";
 
-    ForwardReader in(readTextLines(path));
+    ForwardReader in(path);
     // Unescaped twice, as the files have always been read: a backslash written directly
     // before a quote does not survive a reload.
     module.modTitle = unescapeQuotes(unescapeQuotes(in.valueOf(kTitle, 2)));
@@ -223,12 +259,12 @@ void loadModuleInfo(CourseModule& module, const std::string& path, const Content
     // before this step leaves the switch empty.
     module.useSCORM.clear();
     while (!in.atEnd()) {
-        const std::string& line = in.take();
+        const std::string_view line = in.take();
         if (!contains(line, kUseScorm)) {
             module.useSCORM = "true";
             continue;
         }
-        std::string value = ExtractValue(line, kUseScorm, 1);
+        std::string value = valueAfter(line, kUseScorm, 1);
         if (!value.empty()) {
             module.useSCORM = std::move(value);
             break;
@@ -238,11 +274,11 @@ void loadModuleInfo(CourseModule& module, const std::string& path, const Content
     if (module.moduleType == kLesson) {
         std::size_t count = 0;
         while (!in.atEnd()) {
-            const std::string& line = in.take();
+            const std::string_view line = in.take();
             if (!contains(line, kAddPage))
                 continue;
             LessonPage page;
-            page.title = fromScriptString(ExtractValue(line, kAddPage, 3), paths);
+            page.title = fromScriptString(valueAfter(line, kAddPage, 3), paths);
             page.fileName = pageFileName(count);
             placeAt(module.pages, count, std::move(page));
             LoadPageContent(module, count, paths);
@@ -253,11 +289,11 @@ void loadModuleInfo(CourseModule& module, const std::string& path, const Content
         if (!shuffle.empty())
             module.shuffleEvalQuestions = std::move(shuffle);
         while (!in.atEnd()) {
-            const std::string& line = in.take();
+            const std::string_view line = in.take();
             if (!contains(line, kNumQuestions))
                 continue;
             // A count that is not a 16-bit number is passed over like a line without one.
-            if (std::optional<std::int16_t> n = toInt16(ExtractValue(line, kNumQuestions, 1))) {
+            if (std::optional<std::int16_t> n = toInt16(valueAfter(line, kNumQuestions, 1))) {
                 module.intNumQuestions = *n;
                 break;
             }
