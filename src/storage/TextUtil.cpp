@@ -66,7 +66,8 @@ std::size_t findFrom(std::string_view text, std::string_view part, std::size_t p
 void replaceAllIn(std::string& text, std::string_view from, std::string_view to) {
     if (from.empty() || from.size() > text.size())
         return;
-    const std::size_t anchor = anchorOf(from);
+    // Choosing costs a look at the pattern, worth it only when there is text to skip.
+    const std::size_t anchor = text.size() < 256 ? 0 : anchorOf(from);
     std::size_t hit = findFrom(text, from, 0, anchor);
     // Most passes of a conversion find nothing and leave the text as it is.
     if (hit == std::string::npos)

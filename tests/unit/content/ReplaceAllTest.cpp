@@ -61,7 +61,8 @@ TEST(ReplaceAll, AgreesWithThePlainDefinitionOnRandomText) {
         return text;
     };
     for (int round = 0; round < 20000; ++round) {
-        const std::string text = randomText(40);
+        // Long texts too: only there does the search pick an anchor other than the first byte.
+        const std::string text = randomText(round % 4 == 0 ? 700 : 40);
         std::string from = randomText(5);
         if (from.empty() && round % 2 == 0)
             from = "Y";
