@@ -111,6 +111,10 @@ std::string toEditorHTML(const std::string& stored, const ContentPaths& paths) {
     return editorFromStored(stored, paths);
 }
 
+std::string toEditorHTML(std::string&& stored, const ContentPaths& paths) {
+    return editorFromStored(std::move(stored), paths);
+}
+
 std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
     const std::string media = editorMediaFolder(paths);
     // The editing control may hand back a media path as a file URL. Those go first: on a

@@ -18,6 +18,7 @@ std::string activityEndImage(const ContentPaths& paths);
 std::string activityPlaceholder(const ContentPaths& paths, int n);
 
 std::string toEditorHTML(const std::string& stored, const ContentPaths& paths);
+std::string toEditorHTML(std::string&& stored, const ContentPaths& paths); // reuses the buffer
 std::string toStoredHTML(const std::string& editor, const ContentPaths& paths);
 std::string fromScriptString(const std::string& literal, const ContentPaths& paths);
 std::string toScriptString(const std::string& editor, const ContentPaths& paths);

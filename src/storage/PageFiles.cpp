@@ -140,7 +140,7 @@ std::string ReadPageContent(const CourseModule& module, std::size_t i, const Con
     std::string content = contentBetweenMarkers(decodedView(bytes));
     if (bytes.capacity() > (1u << 20))
         std::string().swap(bytes); // a huge page does not keep its memory
-    return toEditorHTML(content, paths);
+    return toEditorHTML(std::move(content), paths);
 }
 
 void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& paths) {
