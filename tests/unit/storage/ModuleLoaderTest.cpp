@@ -29,6 +29,28 @@ class ModuleLoaderTest : public StorageTest {
     }
 };
 
+// Lists as one "a|b|c" row per element, so a whole list is checked in one comparison.
+std::vector<std::string> rows(const std::vector<QuestionOption>& options) {
+    std::vector<std::string> out;
+    for (const QuestionOption& o : options)
+        out.push_back(o.correct + "|" + o.txtValue + "|" + o.txtDisplay + "|" +
+                      o.incorrectRationale);
+    return out;
+}
+std::vector<std::string> rows(const std::vector<GlossaryTerm>& terms) {
+    std::vector<std::string> out;
+    for (const GlossaryTerm& t : terms)
+        out.push_back(t.id + "|" + t.term + "|" + t.definition);
+    return out;
+}
+std::vector<std::string> rows(const std::vector<LessonPage>& pages) {
+    std::vector<std::string> out;
+    for (const LessonPage& p : pages)
+        out.push_back(p.fileName + "|" + p.title + "|" + p.content);
+    return out;
+}
+using Rows = std::vector<std::string>;
+
 TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     CourseModule m = makeModule(kLesson);
     m.modTitle = "Say \"hi\"";
@@ -55,35 +77,16 @@ TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     EXPECT_EQ(r.useSCORM, "false");
     EXPECT_EQ(r.shuffleEvalQuestions, "false");
 
-    ASSERT_EQ(r.pages.size(), 2u);
-    EXPECT_EQ(r.pages[0].fileName, "page0.html");
-    EXPECT_EQ(r.pages[0].title, "Intro");
     // A page comes back with the line break its line in the file ends with.
-    EXPECT_EQ(r.pages[0].content, "<P>Hello</P>\r\n");
-    EXPECT_EQ(r.pages[1].fileName, "page1.html");
-    EXPECT_EQ(r.pages[1].content, "<P>World</P>\r\n");
-
-    ASSERT_EQ(r.glossary.size(), 2u);
-    EXPECT_EQ(r.glossary[0].id, "0");
-    EXPECT_EQ(r.glossary[0].term, "Term \"A\"");
-    EXPECT_EQ(r.glossary[0].definition, "Plain definition");
-    EXPECT_EQ(r.glossary[1].id, "1");
-    EXPECT_EQ(r.glossary[1].term, "B");
-
+    EXPECT_EQ(rows(r.pages),
+              (Rows{"page0.html|Intro|<P>Hello</P>\r\n", "page1.html|Two|<P>World</P>\r\n"}));
+    EXPECT_EQ(rows(r.glossary), (Rows{"0|Term \"A\"|Plain definition", "1|B|Second"}));
     ASSERT_EQ(r.questions.size(), 1u);
     const QAndAItem& q = r.questions[0];
-    EXPECT_EQ(q.id, "1");
-    EXPECT_EQ(q.questionType, "checkbox");
-    EXPECT_EQ(q.questionText, "Which \"ones\"?");
-    EXPECT_EQ(q.rationale, "See page 2");
-    EXPECT_EQ(q.shuffleDistractors, "true");
+    EXPECT_EQ(q.id + q.questionType + q.questionText + q.rationale + q.shuffleDistractors,
+              "1checkboxWhich \"ones\"?See page 2true");
     // The skipped option leaves a gap in the values, not in the list.
-    ASSERT_EQ(q.options.size(), 2u);
-    EXPECT_EQ(q.options[0].correct, "true");
-    EXPECT_EQ(q.options[0].txtValue, "0");
-    EXPECT_EQ(q.options[0].txtDisplay, "One");
-    EXPECT_EQ(q.options[1].txtValue, "2");
-    EXPECT_EQ(q.options[1].txtDisplay, "Three");
+    EXPECT_EQ(rows(q.options), (Rows{"true|0|One|", "true|2|Three|"}));
 }
 
 TEST_F(ModuleLoaderTest, SecondSaveOfALoadedModuleWritesTheSameScripts) {
@@ -122,18 +125,16 @@ TEST_F(ModuleLoaderTest, EvaluationRoundTrip) {
     WriteModuleFiles(m, paths);
 
     CourseModule r = load(kEvaluation);
-    EXPECT_EQ(r.modTitle, "Pool");
-    EXPECT_EQ(r.useSCORM, "true");
-    EXPECT_EQ(r.shuffleEvalQuestions, "true");
+    EXPECT_EQ(r.modTitle + r.useSCORM + r.shuffleEvalQuestions, "Pooltruetrue");
     EXPECT_EQ(r.intNumQuestions, -7);
     ASSERT_EQ(r.questions.size(), 2u);
     EXPECT_EQ(r.questions[0].questionText, "Line 1\r\nLine 2");
+    EXPECT_EQ(r.questions[0].rationale, "Why");
     EXPECT_EQ(r.questions[0].shuffleDistractors, "false");
     EXPECT_EQ(r.questions[1].shuffleDistractors, "true");
     EXPECT_EQ(r.questions[1].id, "2");
-    ASSERT_EQ(r.questions[0].options.size(), 2u);
-    EXPECT_EQ(r.questions[0].options[1].incorrectRationale, "Think \"again\"");
-    EXPECT_EQ(r.questions[0].rationale, "Why");
+    EXPECT_EQ(rows(r.questions[0].options),
+              (Rows{"true|0|Right|", "false|1|Wrong|Think \"again\""}));
 }
 
 TEST_F(ModuleLoaderTest, SurveyRoundTripReadsNoFeedback) {
@@ -156,12 +157,10 @@ TEST_F(ModuleLoaderTest, SurveyRoundTripReadsNoFeedback) {
     EXPECT_EQ(r.questions[0].questionText, m.questions[0].questionText);
     EXPECT_EQ(r.questions[0].rationale, "");
     ASSERT_EQ(r.questions[0].options.size(), 5u);
-    EXPECT_EQ(r.questions[0].options[4].txtDisplay, "Poor");
-    EXPECT_EQ(r.questions[0].options[4].txtValue, "4");
-    EXPECT_EQ(r.questions[0].options[4].incorrectRationale, "");
+    EXPECT_EQ(rows(r.questions[0].options)[4], "true|4|Poor|");
 }
 
-TEST_F(ModuleLoaderTest, TitleAndCopyrightAreUnescapedTwice) {
+TEST_F(ModuleLoaderTest, TitleAndCopyrightAreUnescapedTwiceAndOldCodePageFilesAreRead) {
     writeBytes(script("inc_Objectives.js"), "var modTitle = \"He said \\\"hi\\\"\";\r\n"
                                             "var copyright = \"a\\\\\"b\";\r\n"
                                             "var useSCORM = true;\r\n");
@@ -169,6 +168,13 @@ TEST_F(ModuleLoaderTest, TitleAndCopyrightAreUnescapedTwice) {
     EXPECT_EQ(r.modTitle, "He said \"hi\"");
     // A backslash written before a quote does not survive the second unescape.
     EXPECT_EQ(r.copyright, "a\"b");
+
+    writeBytes(script("inc_Objectives.js"),
+               "var modTitle = \"Caf\xE9 \x80\";\r\nvar copyright = \"\xA9 1999\";\n");
+    r = load(kSurvey);
+    EXPECT_EQ(r.modTitle, "Caf\xC3\xA9 \xE2\x82\xAC");
+    EXPECT_EQ(r.copyright, "\xC2\xA9 1999");
+    EXPECT_EQ(r.useSCORM, "");
 }
 
 TEST_F(ModuleLoaderTest, MissingUseScormLineMeansScorm) {
@@ -307,15 +313,6 @@ TEST_F(ModuleLoaderTest, QuestionCountMustBeA16BitNumber) {
     EXPECT_EQ(none.intNumQuestions, 0);
     // Without its line the pool keeps the default order setting.
     EXPECT_EQ(none.shuffleEvalQuestions, "false");
-}
-
-TEST_F(ModuleLoaderTest, OldWindows1252FilesAreRead) {
-    writeBytes(script("inc_Objectives.js"),
-               "var modTitle = \"Caf\xE9 \x80\";\r\nvar copyright = \"\xA9 1999\";\n");
-    CourseModule r = load(kSurvey);
-    EXPECT_EQ(r.modTitle, "Caf\xC3\xA9 \xE2\x82\xAC");
-    EXPECT_EQ(r.copyright, "\xC2\xA9 1999");
-    EXPECT_EQ(r.useSCORM, "");
 }
 
 TEST_F(ModuleLoaderTest, MissingFilesFailWithTheFileName) {

@@ -248,6 +248,11 @@ TEST_F(StorageTest, FailedSaveLeavesTheOldFileInPlace) {
 
     fs::remove_all(moduleFile("scripts"));
     EXPECT_THROW(WriteQuestions(m, paths), FileError);
+    // A Lesson's pages are written over the template's skeleton, which must be there.
+    fs::create_directories(moduleFile("scripts"));
+    CourseModule lesson = makeModule(kLesson);
+    fs::remove(fs::path(lesson.templateFolder) / "page0.html");
+    EXPECT_THROW(WriteModuleInfo(lesson, paths), FileError);
 }
 
 TEST_F(StorageTest, SaveRewritesOnlyFilesWhoseBytesChange) {
@@ -265,12 +270,6 @@ TEST_F(StorageTest, SaveRewritesOnlyFilesWhoseBytesChange) {
     EXPECT_NE(readBytes(moduleFile("page1.html")).find("changed"), std::string::npos);
     m.pages[0].content = "<P>changed</P>";
     EXPECT_THROW(WriteModuleFiles(m, paths), FileError);
-}
-
-TEST_F(StorageTest, MissingSkeletonFailsTheLessonSave) {
-    CourseModule m = makeModule(kLesson);
-    fs::remove(fs::path(m.templateFolder) / "page0.html");
-    EXPECT_THROW(WriteModuleInfo(m, paths), FileError);
 }
 
 TEST_F(StorageTest, RemoveStalePageFilesKeepsPagesAndForeignFiles) {

@@ -31,7 +31,7 @@ TEST_F(StorageTest, ReadingNamesWhyAFileCannotBeRead) {
     ASSERT_EQ(readTextLines(file.string()).size(), 2u);
 
     try {
-        readFileBytes(root.string());
+        readFileBytes(root.path().string());
         FAIL() << "a folder was read";
     } catch (const FileError& e) {
         EXPECT_EQ(e.reason(), "is a folder, not a file");

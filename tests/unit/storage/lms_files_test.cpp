@@ -5,43 +5,22 @@
 #include "storage/LmsXmlScan.h"
 #include "storage/ModuleLoader.h"
 #include "storage/TextFile.h"
+#include "support/TempFiles.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <random>
 
 namespace fs = std::filesystem;
 using namespace lumora;
+using lumora::testing::readBytes;
+using lumora::testing::TempDir;
 
 namespace {
 
-class TempFolder {
-  public:
-    TempFolder() {
-        std::random_device rd;
-        path_ = fs::temp_directory_path() / ("lumora-lms-" + std::to_string(rd()));
-        fs::create_directories(path_);
-    }
-    ~TempFolder() {
-        std::error_code ec;
-        fs::remove_all(path_, ec);
-    }
-    const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
-
 void put(const fs::path& file, const std::string& bytes = "x") {
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << bytes;
-}
-
-std::string bytesOf(const fs::path& file) {
-    return readFileBytes(file.string());
+    lumora::testing::writeBytes(file, bytes);
 }
 
 // A small Lesson module folder of the given name inside `workspace`.
@@ -61,14 +40,11 @@ CourseModule makeLesson(const fs::path& workspace, const std::string& name) {
 }
 
 std::string idOf(const CourseModule& m) {
-    return readManifestIdentity(bytesOf(fs::path(m.ModuleFolder) / kManifestFile)).id;
+    return readManifestIdentity(readBytes(fs::path(m.ModuleFolder) / kManifestFile)).id;
 }
 
 bool hasProblem(const std::vector<std::string>& problems, const std::string& text) {
-    for (const auto& p : problems)
-        if (p == text)
-            return true;
-    return false;
+    return std::find(problems.begin(), problems.end(), text) != problems.end();
 }
 
 } // namespace
@@ -173,15 +149,22 @@ TEST(LmsFilesBytes, HrefsEncodeWhatAUriCannotHoldAndDecodeBack) {
 
 // --- identity --------------------------------------------------------------------------------
 
-TEST(LmsFilesIdentity, NewIdsAreWellFormedAndDistinct) {
+TEST(LmsFilesIdentity, NewIdsAreWellFormedDistinctAndKeptOnlyForTheirFolder) {
     const std::string a = newModuleId();
-    const std::string b = newModuleId();
     EXPECT_TRUE(isModuleId(a)) << a;
-    EXPECT_TRUE(isModuleId(b)) << b;
-    EXPECT_NE(a, b);
-    EXPECT_FALSE(isModuleId(kTemplateModuleId));
-    EXPECT_FALSE(isModuleId("LUM-0123456789abcdef"));
-    EXPECT_FALSE(isModuleId("LUM-0123456789ABCDE"));
+    EXPECT_NE(newModuleId(), a);
+    for (const char* bad : {kTemplateModuleId, "LUM-0123456789abcdef", "LUM-0123456789ABCDE"})
+        EXPECT_FALSE(isModuleId(bad)) << bad;
+
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html"};
+    const std::string xml = manifestXml(info, {});
+    EXPECT_EQ(chooseModuleId(xml, "Course1"), "LUM-0123456789ABCDEF");
+    EXPECT_NE(chooseModuleId(xml, "Copy1"), "LUM-0123456789ABCDEF");
+    EXPECT_NE(chooseModuleId(xml, "course1"), "LUM-0123456789ABCDEF");
+    EXPECT_TRUE(isModuleId(chooseModuleId("", "Course1")));
+    EXPECT_TRUE(isModuleId(chooseModuleId("<manifest", "Course1")));
+    LmsModuleInfo templ{kTemplateModuleId, "", "T", "lessonframeset.html"};
+    EXPECT_TRUE(isModuleId(chooseModuleId(manifestXml(templ, {}), "Lesson")));
 }
 
 TEST(LmsFilesIdentity, FolderNameSurvivesTheCommentItIsRecordedIn) {
@@ -195,22 +178,8 @@ TEST(LmsFilesIdentity, FolderNameSurvivesTheCommentItIsRecordedIn) {
     }
 }
 
-TEST(LmsFilesIdentity, IdIsKeptOnlyForTheFolderItWasMadeFor) {
-    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Course1", "T", "lessonframeset.html"};
-    const std::string xml = manifestXml(info, {});
-    EXPECT_EQ(chooseModuleId(xml, "Course1"), "LUM-0123456789ABCDEF");
-    EXPECT_NE(chooseModuleId(xml, "Copy1"), "LUM-0123456789ABCDEF");
-    EXPECT_NE(chooseModuleId(xml, "course1"), "LUM-0123456789ABCDEF");
-    EXPECT_TRUE(isModuleId(chooseModuleId("", "Course1")));
-    EXPECT_TRUE(isModuleId(chooseModuleId("<manifest", "Course1")));
-
-    LmsModuleInfo templ{kTemplateModuleId, "", "T", "lessonframeset.html"};
-    const std::string fromTemplate = chooseModuleId(manifestXml(templ, {}), "Lesson");
-    EXPECT_TRUE(isModuleId(fromTemplate)) << fromTemplate;
-}
-
 TEST(LmsFilesIdentity, StableAcrossSavesDistinctBetweenModulesAndAfterACopy) {
-    TempFolder ws;
+    TempDir ws("lms");
     CourseModule one = makeLesson(ws.path(), "Course1");
     CourseModule two = makeLesson(ws.path(), "Course2");
     WriteLmsFiles(one);
@@ -222,7 +191,7 @@ TEST(LmsFilesIdentity, StableAcrossSavesDistinctBetweenModulesAndAfterACopy) {
     one.modTitle = "Fire Safety, second edition";
     WriteLmsFiles(one);
     EXPECT_EQ(idOf(one), id1);
-    const std::string crs = bytesOf(fs::path(one.ModuleFolder) / "course.crs");
+    const std::string crs = readBytes(fs::path(one.ModuleFolder) / "course.crs");
     EXPECT_NE(crs.find("Course_ID=" + id1 + "\r\n"), std::string::npos);
     EXPECT_NE(crs.find("Course_Title=Fire Safety, second edition\r\n"), std::string::npos);
 
@@ -243,7 +212,7 @@ TEST(LmsFilesIdentity, StableAcrossSavesDistinctBetweenModulesAndAfterACopy) {
 // --- the folder ------------------------------------------------------------------------------
 
 TEST(LmsFilesFolder, PackageFilesSkipDotfilesAndUnfinishedWrites) {
-    TempFolder t;
+    TempDir t("lms");
     put(t.path() / "b.html");
     put(t.path() / "A.html");
     put(t.path() / "scripts" / "inc_Glossary.js");
@@ -257,12 +226,13 @@ TEST(LmsFilesFolder, PackageFilesSkipDotfilesAndUnfinishedWrites) {
     EXPECT_THROW(listPackageFiles((t.path() / "none").string()), FileError);
 }
 
-TEST(LmsFilesFolder, WrittenManifestListsEveryFileButItselfAndChecksClean) {
-    TempFolder ws;
+TEST(LmsFilesFolder, ManifestListsEveryFileButItselfAndTheCheckFindsStrays) {
+    TempDir ws("lms");
     CourseModule m = makeLesson(ws.path(), "Course1");
-    put(fs::path(m.ModuleFolder) / "media" / "my photo.jpg");
+    const fs::path folder = m.ModuleFolder;
+    put(folder / "media" / "my photo.jpg");
     WriteLmsFiles(m);
-    const std::string xml = bytesOf(fs::path(m.ModuleFolder) / kManifestFile);
+    const std::string xml = readBytes(folder / kManifestFile);
     for (const char* href :
          {"course.au", "course.crs", "course.des", "course.cst", "images/next.gif",
           "lessonframeset.html", "media/my%20photo.jpg", "page0.html", "scripts/inc_ModuleInfo.js"})
@@ -270,35 +240,29 @@ TEST(LmsFilesFolder, WrittenManifestListsEveryFileButItselfAndChecksClean) {
             << href;
     EXPECT_EQ(xml.find("<file href=\"imsmanifest.xml\""), std::string::npos);
     EXPECT_EQ(checkPackageFolder(m.ModuleFolder), std::vector<std::string>{});
-}
 
-TEST(LmsFilesFolder, CheckFindsMissingAndUnlistedFiles) {
-    TempFolder ws;
-    CourseModule m = makeLesson(ws.path(), "Course1");
-    WriteLmsFiles(m);
-    fs::remove(fs::path(m.ModuleFolder) / "images" / "next.gif");
-    put(fs::path(m.ModuleFolder) / "page1.html");
-    auto problems = checkPackageFolder(m.ModuleFolder);
-    EXPECT_EQ(problems, (std::vector<std::string>{"listed file missing: images/next.gif",
-                                                  "file not listed: page1.html"}));
-
-    fs::remove(fs::path(m.ModuleFolder) / "lessonframeset.html");
-    problems = checkPackageFolder(m.ModuleFolder);
+    fs::remove(folder / "images" / "next.gif");
+    put(folder / "page1.html");
+    EXPECT_EQ(checkPackageFolder(m.ModuleFolder),
+              (std::vector<std::string>{"listed file missing: images/next.gif",
+                                        "file not listed: page1.html"}));
+    fs::remove(folder / "lessonframeset.html");
+    const auto problems = checkPackageFolder(m.ModuleFolder);
     EXPECT_TRUE(hasProblem(problems, "launch file missing: lessonframeset.html"));
     EXPECT_TRUE(hasProblem(problems, "course.au launches a missing file: lessonframeset.html"));
 
     // A save brings the list back in line with the folder (the launch file must exist).
-    put(fs::path(m.ModuleFolder) / "lessonframeset.html");
+    put(folder / "lessonframeset.html");
     WriteLmsFiles(m);
     EXPECT_EQ(checkPackageFolder(m.ModuleFolder), std::vector<std::string>{});
 }
 
 TEST(LmsFilesFolder, CheckFindsWhatTheSchemasMissInsideTheManifest) {
-    TempFolder ws;
+    TempDir ws("lms");
     CourseModule m = makeLesson(ws.path(), "Course1");
     WriteLmsFiles(m);
     const fs::path manifest = fs::path(m.ModuleFolder) / kManifestFile;
-    const std::string good = bytesOf(manifest);
+    const std::string good = readBytes(manifest);
     const std::string id = readManifestIdentity(good).id;
     auto edited = [&](const std::string& from, const std::string& to) {
         std::string text = good;
@@ -375,7 +339,7 @@ TEST(LmsFilesTemplates, TemplatesHoldWhatTheGeneratorWrites) {
         m.framesetFile = framesetFileFor(type);
         m.folderName = type;
         LoadModuleFiles(m, ContentPaths{m.ModuleFolder, staged.parent_path().string()});
-        TempFolder t;
+        TempDir t("lms");
         const fs::path copy = t.path() / type;
         fs::copy(folder, copy, fs::copy_options::recursive);
         for (const char* file : importFiles)
@@ -389,7 +353,7 @@ TEST(LmsFilesTemplates, TemplatesHoldWhatTheGeneratorWrites) {
             }
             ASSERT_TRUE(fs::exists(source / type / file))
                 << type << "/" << file << " is missing: run tools/refresh-templates.sh";
-            EXPECT_EQ(bytesOf(source / type / file), bytesOf(copy / file))
+            EXPECT_EQ(readBytes(source / type / file), readBytes(copy / file))
                 << type << "/" << file << " is stale: run tools/refresh-templates.sh";
         }
         if (!refresh) {

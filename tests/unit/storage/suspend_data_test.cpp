@@ -2,12 +2,12 @@
 #include "storage/SuspendData.h"
 
 #include "storage/ModuleLoader.h"
+#include "support/TempFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
-#include <unistd.h>
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -28,24 +28,16 @@ CourseModule module(const char* type) {
     return m;
 }
 
-TEST(SuspendDigits, GrowsAtPowersOfSixtyFour) {
-    EXPECT_EQ(suspendDigits(0), 1u);
-    EXPECT_EQ(suspendDigits(64), 1u);
-    EXPECT_EQ(suspendDigits(65), 2u);
-    EXPECT_EQ(suspendDigits(4096), 2u);
-    EXPECT_EQ(suspendDigits(4097), 3u);
-}
-
-TEST(SuspendDataWorstCase, LessonIsOneLetterAndSixPagesPerCharacter) {
+TEST(SuspendDataWorstCase, DigitsGrowAtPowersOfSixtyFourAndALessonHoldsSixPagesPerCharacter) {
+    for (auto [count, digits] :
+         {std::pair<std::size_t, std::size_t>{0, 1}, {64, 1}, {65, 2}, {4096, 2}, {4097, 3}})
+        EXPECT_EQ(suspendDigits(count), digits) << count;
     auto m = module(kLesson);
-    m.pages.resize(1);
-    EXPECT_EQ(suspendDataWorstCase(m), 2u);
-    m.pages.resize(6);
-    EXPECT_EQ(suspendDataWorstCase(m), 2u);
-    m.pages.resize(7);
-    EXPECT_EQ(suspendDataWorstCase(m), 3u);
-    m.pages.resize(50);
-    EXPECT_EQ(suspendDataWorstCase(m), 10u);
+    for (auto [pages, length] :
+         {std::pair<std::size_t, std::size_t>{1, 2}, {6, 2}, {7, 3}, {50, 10}}) {
+        m.pages.resize(pages);
+        EXPECT_EQ(suspendDataWorstCase(m), length) << pages;
+    }
 }
 
 TEST(SuspendDataWorstCase, EvaluationCountsTheAskedQuestionsWithTheMostOptions) {
@@ -73,13 +65,6 @@ TEST(SuspendDataWorstCase, EvaluationSkipsWhatTheWriterSkips) {
     EXPECT_EQ(suspendDataWorstCase(m), 2u + 2 + 2);
 }
 
-TEST(SuspendDataWorstCase, EvaluationPositionsWidenWithALargePool) {
-    auto m = module(kEvaluation);
-    m.questions.assign(65, item(4));
-    m.intNumQuestions = 65;
-    EXPECT_EQ(suspendDataWorstCase(m), 2u + 65 * (2 + 1));
-}
-
 TEST(SuspendDataWorstCase, SurveyHasOneRatingPerQuestion) {
     auto m = module(kSurvey);
     m.questions = {item(5), item(5), item(0)};
@@ -88,8 +73,11 @@ TEST(SuspendDataWorstCase, SurveyHasOneRatingPerQuestion) {
     EXPECT_EQ(suspendDataWorstCase(m), 2u + 1 + 1 + 2);
 }
 
-TEST(SuspendDataWorstCase, AModuleCanOutgrowTheLimit) {
+TEST(SuspendDataWorstCase, PositionsWidenWithALargePoolThatCanOutgrowTheLimit) {
     auto m = module(kEvaluation);
+    m.questions.assign(65, item(4));
+    m.intNumQuestions = 65;
+    EXPECT_EQ(suspendDataWorstCase(m), 2u + 65 * (2 + 1));
     m.questions.assign(500, item(40));
     m.intNumQuestions = 500;
     EXPECT_GT(suspendDataWorstCase(m), kSuspendDataLimit);
@@ -101,8 +89,8 @@ TEST(SuspendDataWorstCase, AModuleCanOutgrowTheLimit) {
 TEST(SuspendDataWorstCase, SampleTemplates) {
     namespace fs = std::filesystem;
     const fs::path templates = fs::path(LUMORA_SOURCE_DIR) / "share" / "Templates";
-    const fs::path work =
-        fs::temp_directory_path() / ("lumora-suspend-" + std::to_string(::getpid()));
+    const testing::TempDir temp("suspend");
+    const fs::path work = temp / "module";
     const std::pair<const char*, std::size_t> expected[] = {
         {kLesson, 2}, {kEvaluation, 8}, {kSurvey, 5}};
     for (const auto& [type, length] : expected) {
@@ -119,7 +107,6 @@ TEST(SuspendDataWorstCase, SampleTemplates) {
         LoadModuleFiles(m, paths);
         EXPECT_EQ(suspendDataWorstCase(m), length) << type;
     }
-    fs::remove_all(work);
 }
 
 } // namespace
