@@ -104,71 +104,58 @@ class HtmlEditorTest : public ::testing::Test {
     HtmlEditor editor;
 };
 
+// Each content shown in turn: until the author edits, the editor gives back exactly what it
+// was given; its serialisation is the classic dialect (upper-case names, quoted values, the
+// table body made explicit) keeping bare attributes, raw script text and each content's own
+// attribute spellings, never those of the content before.
 TEST_F(HtmlEditorTest, SerialisesContentInTheClassicDialect) {
-    const QString start = folder.filePath("app/QAndAStart.gif");
-    const QString end = folder.filePath("app/QAndAEnd.gif");
-    const QString page =
-        "<P>Intro with <b>bold</b> &amp; 3 &lt; 4&nbsp;text</P>\r\n"
-        "<TABLE border=1 cellPadding=2><TR><TD>cell</TD></TR></TABLE>\r\n"
-        "<P><A href=\"page2.html\">Next page</A> and <a href=\"#term3\" name=\"term3\" "
-        "onClick=\"parentRef.showGlossaryPopup('3', 240, 180);\" border=0>term</a></P>\r\n"
-        "<P><IMG src=\"" +
-        start + "\">3<IMG src=\"" + end + "\"></P><BR><!-- note --><P>&nbsp;</P>";
-    show(page);
-
-    // What the owner gave is what it reads back until the author edits: a load and a save
-    // that touch nothing leave the module's text exactly as it was.
-    EXPECT_EQ(editor.bodyHtml(), page);
-
-    const QString expected =
-        "<P>Intro with <B>bold</B> &amp; 3 &lt; 4&nbsp;text</P>\r\n"
-        "<TABLE border=\"1\" cellPadding=\"2\"><TBODY><TR><TD>cell</TD></TR></TBODY></TABLE>\r\n"
-        "<P><A href=\"page2.html\">Next page</A> and <A href=\"#term3\" name=\"term3\" "
-        "onClick=\"parentRef.showGlossaryPopup('3', 240, 180);\" border=\"0\">term</A></P>\r\n"
-        "<P><IMG src=\"" +
-        start + "\">3<IMG src=\"" + end + "\"></P><BR><!-- note --><P>&nbsp;</P>";
-    EXPECT_EQ(str(serialised()), expected.toStdString());
+    const QString gif = folder.filePath("app/QAndAStart.gif");
+    const std::vector<std::pair<QString, QString>> rows = {
+        {"<P>Intro with <b>bold</b> &amp; 3 &lt; 4&nbsp;text</P>\r\n"
+         "<TABLE border=1 cellPadding=2><TR><TD nowrap>cell</TD></TR></TABLE>\r\n"
+         "<P><IMG src=\"" +
+             gif + "\">3</P><BR><!-- note --><P>&nbsp;</P>",
+         "<P>Intro with <B>bold</B> &amp; 3 &lt; 4&nbsp;text</P>\r\n"
+         "<TABLE border=\"1\" cellPadding=\"2\"><TBODY><TR><TD nowrap>cell</TD></TR></TBODY>"
+         "</TABLE>\r\n<P><IMG src=\"" +
+             gif + "\">3</P><BR><!-- note --><P>&nbsp;</P>"},
+        {"<P><a href=\"#term3\" name=\"term3\" onClick=\"parentRef.showGlossaryPopup('3', 240, "
+         "180);\" border=0>term</a></P><SCRIPT language=JavaScript>if (a < b && c) { f(\"q\"); "
+         "}</SCRIPT>",
+         "<P><A href=\"#term3\" name=\"term3\" onClick=\"parentRef.showGlossaryPopup('3', 240, "
+         "180);\" border=\"0\">term</A></P><SCRIPT language=\"JavaScript\">if (a < b && c) { "
+         "f(\"q\"); }</SCRIPT>"},
+        {"<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>",
+         "<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>"},
+    };
+    for (const auto& [page, expected] : rows) {
+        show(page);
+        EXPECT_EQ(editor.bodyHtml(), page);
+        EXPECT_EQ(str(serialised()), expected.toStdString());
+    }
 }
 
-TEST_F(HtmlEditorTest, KeepsBareAttributesAndRawScriptText) {
-    show("<TABLE><TR><TD nowrap>x</TD></TR></TABLE>"
-         "<SCRIPT language=JavaScript>if (a < b && c) { f(\"q\"); }</SCRIPT>");
-    EXPECT_EQ(str(serialised()), "<TABLE><TBODY><TR><TD nowrap>x</TD></TR></TBODY></TABLE>"
-                                 "<SCRIPT language=\"JavaScript\">if (a < b && c) { f(\"q\"); "
-                                 "}</SCRIPT>");
-}
-
+// Typing (browser editing, then real key presses) pushes the new content; setting content
+// pushes nothing: pushes travel in order, so one from setContent would arrive first.
 TEST_F(HtmlEditorTest, AuthorTypingPushesTheNewContentAndLoadingPushesNothing) {
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
     show("<P>Hello</P>");
     show("<P>First</P><P>Second</P>");
-
-    // The edit goes the way typing goes: through the browser's editing and its input event.
     js("(() => { const p = document.querySelectorAll('P')[1]; const r = document.createRange();"
        " r.setStart(p.firstChild, 6); r.collapse(true); getSelection().removeAllRanges();"
        " getSelection().addRange(r); document.execCommand('insertText', false, ' line'); })()");
     ASSERT_TRUE(QTest::qWaitFor([&] { return !changed.isEmpty(); }, kTimeoutMs));
-
-    // Pushes travel in order, so had either setContent pushed, it would arrive first.
     ASSERT_EQ(changed.size(), 1);
     EXPECT_EQ(str(changed.first().first()), "<P>First</P><P>Second line</P>");
-    EXPECT_EQ(str(editor.bodyHtml()), "<P>First</P><P>Second line</P>");
-}
 
-TEST_F(HtmlEditorTest, KeyPressesReachTheContent) {
-    show("<P>ab</P>");
-    js("(() => { const p = document.querySelector('P'); const r = document.createRange();"
-       " r.setStart(p.firstChild, 2); r.collapse(true); getSelection().removeAllRanges();"
-       " getSelection().addRange(r); })()");
     editor.view()->setFocus();
     QWidget* target = editor.view()->focusProxy() ? editor.view()->focusProxy() : editor.view();
-
-    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
     QTest::keyClicks(target, "cd");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == QStringLiteral("<P>abcd</P>"); },
-                                kTimeoutMs))
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return editor.bodyHtml() == QStringLiteral("<P>First</P><P>Second linecd</P>"); },
+        kTimeoutMs))
         << editor.bodyHtml().toStdString();
-    EXPECT_GE(changed.size(), 1);
+    EXPECT_GE(changed.size(), 2);
 }
 
 TEST_F(HtmlEditorTest, ContentScriptsAndInlineHandlersNeverRun) {
@@ -179,28 +166,27 @@ TEST_F(HtmlEditorTest, ContentScriptsAndInlineHandlersNeverRun) {
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return js("document.querySelector('IMG').complete").toBool(); }, kTimeoutMs));
     js("document.querySelector('A').click()");
-
-    EXPECT_EQ(str(js("typeof window.ranScript")), "undefined");
-    EXPECT_EQ(str(js("typeof window.ranHandler")), "undefined");
-    EXPECT_EQ(str(js("typeof window.ranClick")), "undefined");
+    EXPECT_EQ(
+        str(js("typeof window.ranScript + typeof window.ranHandler + typeof window.ranClick")),
+        "undefinedundefinedundefined");
     // Inert, yet kept: the handlers come back spelt as written.
-    EXPECT_EQ(str(serialised()), "<P>x</P><SCRIPT>window.ranScript = 1;</SCRIPT>"
-                                 "<IMG src=\"missing.png\" onerror=\"window.ranHandler = 1\">"
-                                 "<A href=\"#\" onClick=\"window.ranClick = 1\">c</A>");
+    EXPECT_EQ(str(serialised()), page.toStdString());
 }
 
+// A command that changes nothing pushes nothing (the first push is the bold one); formatting
+// the selection pushes, and colours come as the platform's colour number (red in the low byte).
 TEST_F(HtmlEditorTest, ExecCommandFormatsTheSelectionAndPushes) {
     show("<P>make this bold</P>");
-    selectWord("P", "this");
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
-
+    editor.execCommand("Unlink"); // no link, nothing selected
+    editor.execCommand("Bold");
+    selectWord("P", "this");
     editor.execCommand("Bold");
     ASSERT_TRUE(changed.wait(kTimeoutMs));
     // The browser writes <b>; the serialiser upper-cases it like every element name.
-    EXPECT_EQ(str(editor.bodyHtml()), "<P>make <B>this</B> bold</P>");
+    EXPECT_EQ(str(changed.first().first()), "<P>make <B>this</B> bold</P>");
     EXPECT_EQ(js("lumoraEditor.queryCommandValue('Bold')").toBool(), true);
 
-    // A colour given as the platform's colour number (red in the low byte).
     editor.execCommand("ForeColor", "255");
     ASSERT_TRUE(changed.wait(kTimeoutMs));
     EXPECT_NE(editor.bodyHtml().indexOf("color=\"#ff0000\""), -1) << str(editor.bodyHtml());
@@ -217,21 +203,6 @@ TEST_F(HtmlEditorTest, JustifyNoneRemovesTheAlignmentOfTheSelectedBlocks) {
     ASSERT_TRUE(changed.wait(kTimeoutMs));
     EXPECT_EQ(str(editor.bodyHtml()),
               "<P>one</P><DIV style=\"color: red;\">two</DIV><P align=\"right\">three</P>");
-}
-
-TEST_F(HtmlEditorTest, CommandThatChangesNothingPushesNothing) {
-    show("<P>plain</P>");
-    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
-    editor.execCommand("Unlink"); // no link, nothing selected
-    editor.execCommand("Bold");
-    // The second command runs after the first; once it has, any push would be on its way
-    // before the barrier edit's push.
-    js("(() => { const p = document.querySelector('P'); const r = document.createRange();"
-       " r.setStart(p.firstChild, 5); r.collapse(true); getSelection().removeAllRanges();"
-       " getSelection().addRange(r); document.execCommand('insertText', false, '!'); })()");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !changed.isEmpty(); }, kTimeoutMs));
-    ASSERT_EQ(changed.size(), 1);
-    EXPECT_EQ(str(changed.first().first()), "<P>plain!</P>");
 }
 
 TEST_F(HtmlEditorTest, SelectionOperations) {
@@ -265,15 +236,6 @@ TEST_F(HtmlEditorTest, SelectionOperations) {
     editAndWait(changed, "lumoraEditor.clearSelection()");
     EXPECT_EQ(str(editor.bodyHtml()),
               "<P>two</P><P><A href=\"#term0\" onClick=\"x()\">T</A><IMG src=\"b.gif\"></P>");
-}
-
-TEST_F(HtmlEditorTest, LocalMediaPathsLoadWithTheModuleStylesheet) {
-    show("<P><IMG id=\"pic\" src=\"" + folder.filePath("media/pic.png") + "\"></P>");
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return js("document.getElementById('pic').complete").toBool(); }, kTimeoutMs));
-    EXPECT_EQ(js("document.getElementById('pic').naturalWidth").toInt(), 1);
-    EXPECT_EQ(js("getComputedStyle(document.body).fontFamily").toString(), "Verdana")
-        << "the module's stylesheet is attached";
 }
 
 // Each block's serialisation is reused until something inside it changes; after edits,
@@ -315,7 +277,6 @@ TEST_F(HtmlEditorTest, TextRangesFindSuccessiveMatches) {
     show("<P>The cat sat.</P><P>Cats <B>scat</B>; the CAT ran</P>");
     js("lumoraEditor.rangeCreate('whole', 'body')");
     js("lumoraEditor.rangeDuplicate('whole', 'start')");
-    js("lumoraEditor.rangeDuplicate('start', 'search')");
     const auto findNext = [&](int flags) -> std::string {
         if (!js(QStringLiteral("lumoraEditor.rangeFindText('search', 'cat', 1000, %1)").arg(flags))
                  .toBool()) {
@@ -328,18 +289,18 @@ TEST_F(HtmlEditorTest, TextRangesFindSuccessiveMatches) {
         // Where the match is: the text of the selection's paragraph and the match's own text.
         return str(js("getSelection().anchorNode.parentNode.tagName + ':' + getSelection()"));
     };
-    EXPECT_EQ(findNext(0), "P:cat");
-    EXPECT_EQ(findNext(0), "P:Cat");
-    EXPECT_EQ(findNext(0), "B:cat");
-    EXPECT_EQ(findNext(0), "P:CAT");
-    EXPECT_EQ(findNext(0), "(none)");
-
-    js("lumoraEditor.rangeDuplicate('whole', 'search')");
-    EXPECT_EQ(findNext(4 + 2), "P:cat"); // match case and whole words: only the first "cat"
-    EXPECT_EQ(findNext(4 + 2), "(none)");
-    js("lumoraEditor.rangeDuplicate('whole', 'search')");
-    EXPECT_EQ(findNext(2), "P:cat");
-    EXPECT_EQ(findNext(2), "P:CAT");
+    // Every match from the start of the body, with the match-case (4) and whole-word (2) flags.
+    const auto walk = [&](int flags) {
+        js("lumoraEditor.rangeDuplicate('whole', 'search')");
+        std::vector<std::string> found;
+        for (std::string m; found.size() < 10 && (m = findNext(flags)) != "(none)";)
+            found.push_back(m);
+        return found;
+    };
+    using Found = std::vector<std::string>;
+    EXPECT_EQ(walk(0), (Found{"P:cat", "P:Cat", "B:cat", "P:CAT"}));
+    EXPECT_EQ(walk(4 + 2), Found{"P:cat"});
+    EXPECT_EQ(walk(2), (Found{"P:cat", "P:CAT"}));
 
     // The one-call form continues after the selection.
     js("getSelection().collapse(document.body, 0)");
@@ -358,18 +319,20 @@ TEST_F(HtmlEditorTest, TextRangeSearchIsConfinedToTheSelectionAndTheCount) {
     EXPECT_EQ(str(js("lumoraEditor.rangeText('search')")), "one");
     EXPECT_FALSE(js("lumoraEditor.rangeFindText('start', 'two two', 1000, 0)").toBool());
 
-    // The last "two" lies more than 1000 characters beyond the start of the search.
-    js("lumoraEditor.rangeCreate('all', 'body')");
-    EXPECT_TRUE(js("lumoraEditor.rangeFindText('all', 'one two one', 1000, 0)").toBool());
-    js("lumoraEditor.rangeCreate('all', 'body')");
-    EXPECT_FALSE(js("lumoraEditor.rangeFindText('all', ' two', 5, 0)").toBool());
-    js("lumoraEditor.rangeCreate('all', 'body')");
-    EXPECT_FALSE(js("lumoraEditor.rangeFindText('all', 'x two', 1000, 0)").toBool());
-    js("lumoraEditor.rangeCreate('all', 'body')");
-    EXPECT_TRUE(js("lumoraEditor.rangeFindText('all', 'x two', 2000, 0)").toBool());
-    // A match never runs from one paragraph into the next.
-    js("lumoraEditor.rangeCreate('all', 'body')");
-    EXPECT_FALSE(js("lumoraEditor.rangeFindText('all', 'twox', 2000, 0)").toBool());
+    // Over the whole body: the last "two" lies more than 1000 characters beyond the start of
+    // the search, and a match never runs from one paragraph into the next.
+    const std::vector<std::tuple<QString, int, bool>> searches = {
+        {"one two one", 1000, true}, {" two", 5, false},    {"x two", 1000, false},
+        {"x two", 2000, true},       {"twox", 2000, false},
+    };
+    for (const auto& [text, count, found] : searches)
+        EXPECT_EQ(js(QStringLiteral("lumoraEditor.rangeCreate('all', 'body');"
+                                    " lumoraEditor.rangeFindText('all', '%1', %2, 0)")
+                         .arg(text)
+                         .arg(count))
+                      .toBool(),
+                  found)
+            << text.toStdString() << " within " << count;
 
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
     js("lumoraEditor.rangeCreate('all', 'body')");
@@ -412,6 +375,8 @@ TEST_F(HtmlEditorTest, EditedPageSavesBackWithOnlyTheEdit) {
         QTest::qWaitFor([&] { return js("document.images[2].complete").toBool(); }, kTimeoutMs));
     EXPECT_EQ(js("document.images[2].naturalWidth").toInt(), 1)
         << "the media image loads from its absolute local path";
+    EXPECT_EQ(js("getComputedStyle(document.body).fontFamily").toString(), "Verdana")
+        << "the module's stylesheet is attached";
 
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
     editAndWait(changed, "(() => { const t = document.querySelector('P').firstChild;"
@@ -421,13 +386,6 @@ TEST_F(HtmlEditorTest, EditedPageSavesBackWithOnlyTheEdit) {
     std::string expected = stored;
     expected.replace(expected.find("Intro"), 5, "Intro text");
     EXPECT_EQ(saved, expected);
-}
-
-TEST_F(HtmlEditorTest, NewContentReplacesTheOldAndKeepsItsOwnSpellings) {
-    show("<P><A href=\"a.html\" onClick=\"f()\">a</A></P>");
-    show("<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");
-    EXPECT_EQ(str(serialised()), "<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");
-    EXPECT_EQ(str(editor.bodyHtml()), "<P><A HREF=\"b.html\" onclick=\"g()\">b</A></P>");
 }
 
 TEST(HtmlEditorFocus, ReportsWhenTheEditorGetsTheFocus) {
@@ -456,25 +414,16 @@ TEST(HtmlEditorFocus, ReportsWhenTheEditorGetsTheFocus) {
 
 // ---- the lumora-file scheme ----------------------------------------------------------------
 
-TEST(LumoraScheme, ResolvesOnlyInsideTheRoot) {
-    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/page1.html"), "/m/Lesson1/page1.html");
+TEST(LumoraScheme, ResolvesOnlyInsideTheRootWithMimeTypesByExtension) {
     EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/media/a b.png"), "/m/Lesson1/media/a b.png");
     EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/scripts/../page0.html"), "/m/Lesson1/page0.html");
-    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/../Lesson2/page0.html"), "");
-    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/../Lesson1x/page0.html"), "");
-    EXPECT_EQ(resolveInsideRoot("/m/Lesson1", "/"), "");
-}
+    for (const char* outside : {"/../Lesson2/page0.html", "/../Lesson1x/page0.html", "/"})
+        EXPECT_EQ(resolveInsideRoot("/m/Lesson1", outside), "") << outside;
 
-TEST(LumoraScheme, MimeTypesByExtension) {
     EXPECT_EQ(mimeTypeForFile("lessonframeset.html"), "text/html");
     EXPECT_EQ(mimeTypeForFile("scripts/inc_ModuleInfo.js"), "text/javascript");
-    EXPECT_EQ(mimeTypeForFile("css/camstyle.css"), "text/css");
     EXPECT_EQ(mimeTypeForFile("a.GIF"), "image/gif");
-    EXPECT_EQ(mimeTypeForFile("a.png"), "image/png");
-    EXPECT_EQ(mimeTypeForFile("a.jpg"), "image/jpeg");
     EXPECT_EQ(mimeTypeForFile("a.svg"), "image/svg+xml");
-    EXPECT_EQ(mimeTypeForFile("a.mp3"), "audio/mpeg");
-    EXPECT_EQ(mimeTypeForFile("a.mp4"), "video/mp4");
     EXPECT_EQ(mimeTypeForFile("README"), "application/octet-stream");
 }
 

@@ -2,7 +2,6 @@
 // and Open, the three saves, exit, preview, help and typing into the page editor.
 #include "GuiFixture.h"
 
-#include "forms/dialogs/FolderChooser.h"
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/editor/HtmlEditor.h"
 #include "forms/web/ModuleWebView.h"
@@ -49,13 +48,16 @@ TEST_F(MainFormTest, ALessonShowsItsPagesAndTheLessonTabs) {
     EXPECT_FALSE(control<QPushButton>(form, "btnUpQuestion")->isVisibleTo(form));
     auto* pages = control<QListWidget>(form, "lstPages");
     ASSERT_EQ(pages->count(), 3);
-    EXPECT_EQ(pages->item(0)->text(), "Welcome");
     EXPECT_EQ(pages->item(1)->text(), "1. Key ideas");
     EXPECT_EQ(pages->currentRow(), 0);
     EXPECT_EQ(control<QLineEdit>(form, "txtPageTitle")->text(), "Welcome");
     // Filling the form is no edit.
     EXPECT_FALSE(session.ModuleChanged);
     EXPECT_FALSE(session.ModuleLoaded);
+
+    form->resize(200, 150);
+    EXPECT_GE(form->width(), 618);
+    EXPECT_GE(form->height(), 487);
 }
 
 TEST_F(MainFormTest, AnEvaluationShowsOnlyItsQuestions) {
@@ -66,71 +68,51 @@ TEST_F(MainFormTest, AnEvaluationShowsOnlyItsQuestions) {
     EXPECT_EQ(tabs->currentIndex(), 1);
     EXPECT_EQ(tabs->tabText(1), "Questions");
     EXPECT_TRUE(control<QPushButton>(form, "btnUpQuestion")->isVisibleTo(form));
-    EXPECT_TRUE(control<QLineEdit>(form, "txtNumberToAsk")->isVisibleTo(form));
     auto* questions = control<QListWidget>(form, "lstQAndA");
     ASSERT_GT(questions->count(), 0);
     EXPECT_TRUE(questions->item(0)->text().startsWith("1. "));
-    EXPECT_EQ(questions->currentRow(), 0);
     EXPECT_FALSE(session.ModuleChanged);
 }
 
-TEST_F(MainFormTest, TypingTheTitleChangesTheModuleAndCheckSaveYesSavesIt) {
+// The save question before Open answered No writes nothing, and a damaged module chosen then
+// keeps the open one; before New answered Yes it saves.
+TEST_F(MainFormTest, CheckSaveAnsweredNoKeepsTheFilesAndYesSavesThem) {
     MainForm* form = openLesson();
+    addModule("Broken", "Lesson");
+    std::filesystem::remove(moduleFile("Broken", "scripts/inc_Glossary.js"));
+    const std::string before = moduleInfo();
     typeTitle(form, "Fire Safety");
     EXPECT_EQ(session.module.modTitle, "Fire Safety");
     EXPECT_TRUE(session.ModuleChanged);
 
-    prompt.answer(Answer::Yes);
-    prompt.type(std::nullopt); // then cancel the new module's name
-    menu("mnuNewSurvey")->trigger();
-
-    ASSERT_GE(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text, "Do you want to save your changes?");
-    EXPECT_EQ(prompt.messages[0].title, "Save");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Question);
-    EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
-    EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Fire Safety\";"));
-    EXPECT_FALSE(session.ModuleChanged);
-    // Cancelling the name leaves the saved module open.
-    EXPECT_EQ(session.module.folderName, "Course1");
-}
-
-TEST_F(MainFormTest, CheckSaveAnsweredNoLeavesTheFilesAndGoesOnToOpen) {
-    MainForm* form = openLesson();
-    const std::string before = moduleInfo();
-    typeTitle(form, "Never saved");
     prompt.answer(Answer::No);
     menu("mnuOpen")->trigger();
-    EXPECT_EQ(prompt.messages.size(), 1u);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text, "Do you want to save your changes?");
+    EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
     EXPECT_EQ(moduleInfo(), before);
     QWidget* chooser = visibleForm("frmChooseFolder");
     ASSERT_NE(chooser, nullptr);
+    control<QListWidget>(chooser, "lstDirectories")->setCurrentRow(0); // Broken (L)
+    control<QPushButton>(chooser, "OKButton")->click();
+    EXPECT_TRUE(containsText(prompt.last()->text, "inc_Glossary.js"));
+    EXPECT_EQ(session.module.folderName, "Course1");
+    EXPECT_EQ(session.module.modTitle, "Fire Safety");
+    EXPECT_TRUE(session.ModuleChanged);
+    EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
     // Cancel with a module open only closes the chooser.
     control<QPushButton>(chooser, "CancelButton")->click();
     EXPECT_FALSE(program->isShutDown());
     EXPECT_TRUE(form->isVisible());
-}
 
-TEST_F(MainFormTest, OpeningADamagedModuleKeepsTheOpenOne) {
-    MainForm* form = openLesson();
-    addModule("Broken", "Lesson");
-    std::filesystem::remove(moduleFile("Broken", "scripts/inc_Glossary.js"));
-    typeTitle(form, "Edited");
-    prompt.answer(Answer::No);
-    menu("mnuOpen")->trigger();
-    QWidget* chooser = visibleForm("frmChooseFolder");
-    ASSERT_NE(chooser, nullptr);
-    auto* list = control<QListWidget>(chooser, "lstDirectories");
-    ASSERT_EQ(list->item(0)->text(), "Broken (L)");
-    list->setCurrentRow(0);
-    control<QPushButton>(chooser, "OKButton")->click();
-
-    EXPECT_EQ(prompt.last()->title, "Error");
-    EXPECT_TRUE(containsText(prompt.last()->text, "inc_Glossary.js"));
+    prompt.answer(Answer::Yes);
+    prompt.type(std::nullopt); // then cancel the new module's name
+    menu("mnuNewSurvey")->trigger();
+    EXPECT_EQ(prompt.messages.size(), 3u);
+    EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Fire Safety\";"));
+    EXPECT_FALSE(session.ModuleChanged);
+    // Cancelling the name leaves the saved module open.
     EXPECT_EQ(session.module.folderName, "Course1");
-    EXPECT_EQ(session.module.modTitle, "Edited");
-    EXPECT_TRUE(session.ModuleChanged);
-    EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
 }
 
 TEST_F(MainFormTest, SaveAndSaveNonScormWriteTheScormSwitch) {
@@ -167,7 +149,6 @@ TEST_F(MainFormTest, SaveAsCopiesTheModuleAndRewritesItsPaths) {
 
 TEST_F(MainFormTest, ExportPackageSavesForScormFirstAndWritesTheZip) {
     MainForm* form = openLesson();
-    EXPECT_EQ(menu("mnuExportPackage")->text(), "Export Package...");
     typeTitle(form, "Packaged");
     const std::filesystem::path zipPath =
         std::filesystem::path(root.path().toStdString()) / "c.zip";
@@ -182,14 +163,10 @@ TEST_F(MainFormTest, ExportPackageSavesForScormFirstAndWritesTheZip) {
     ASSERT_TRUE(form->exportPackageTo(zip));
     EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Packaged\";"));
     EXPECT_TRUE(containsText(moduleInfo(), "var useSCORM = true;"));
-    EXPECT_EQ(prompt.last()->title, "Export Package");
-
     int err = 0;
     zip_t* archive = zip_open(zipPath.string().c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &err);
     ASSERT_NE(archive, nullptr) << err;
     EXPECT_GE(zip_name_locate(archive, "imsmanifest.xml", 0), 0);
-    EXPECT_GE(zip_name_locate(archive, "lessonframeset.html", 0), 0);
-    EXPECT_GE(zip_name_locate(archive, "scripts/inc_ModuleInfo.js", 0), 0);
     zip_close(archive);
     EXPECT_TRUE(containsText(readText(moduleFile("Course1", "imsmanifest.xml")),
                              "<title>Packaged</title>"));
@@ -209,7 +186,6 @@ TEST_F(MainFormTest, AFailedSaveSaysSoAndKeepsTheEdits) {
     menu("mnuSave")->trigger();
     ASSERT_NE(prompt.last(), nullptr);
     EXPECT_EQ(prompt.last()->title, "Error");
-    EXPECT_EQ(prompt.last()->icon, Icon::Critical);
     EXPECT_TRUE(containsText(prompt.last()->text, "scripts"));
     EXPECT_TRUE(session.ModuleChanged);
     EXPECT_EQ(session.module.modTitle, "Unsaved");
@@ -226,11 +202,8 @@ TEST_F(MainFormTest, ExitAnsweredNoKeepsEverythingAndYesEndsTheProgram) {
     menu("mnuExit")->trigger();
     ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(prompt.messages[0].text, "Are you sure you wish to exit?");
-    EXPECT_EQ(prompt.messages[0].title, "Exit Confirmation");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
     EXPECT_TRUE(form->isVisible());
     EXPECT_FALSE(program->isShutDown());
-    EXPECT_EQ(session.module.modTitle, "Kept");
     EXPECT_TRUE(session.ModuleChanged);
 
     QSignalSpy finished(program.get(), &Program::finished);
@@ -242,29 +215,24 @@ TEST_F(MainFormTest, ExitAnsweredNoKeepsEverythingAndYesEndsTheProgram) {
     EXPECT_TRUE(finished.wait(kWaitMs));
 }
 
-TEST_F(MainFormTest, PreviewOfUnsavedChangesAnsweredNoShowsNothing) {
+// Preview of unsaved changes asks first: No shows nothing, Yes saves without SCORM and shows
+// the saved module; with nothing changed the same module reloads from disk unasked.
+TEST_F(MainFormTest, PreviewOfUnsavedChangesAnsweredNoShowsNothingAndYesShowsTheSavedModule) {
     MainForm* form = openLesson();
-    typeTitle(form, "Not previewed");
+    menu("mnuSave")->trigger();
+    typeTitle(form, "Previewed");
     control<QPushButton>(form, "btnPreview")->click();
     ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(prompt.messages[0].text,
               "You must Save your changes first.\r\nWould you like to save your changes?");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Information);
-    EXPECT_EQ(visibleForm("frmPreview"), nullptr);
     EXPECT_EQ(form->previewForm(), nullptr);
     EXPECT_TRUE(session.ModuleChanged);
-}
 
-TEST_F(MainFormTest, PreviewAnsweredYesSavesWithoutScormAndShowsTheSavedModule) {
-    MainForm* form = openLesson();
-    menu("mnuSave")->trigger();
-    typeTitle(form, "Previewed");
     prompt.answer(Answer::Yes);
     control<QPushButton>(form, "btnPreview")->click();
     EXPECT_TRUE(containsText(moduleInfo(), "var modTitle = \"Previewed\";"));
     EXPECT_TRUE(containsText(moduleInfo(), "var useSCORM = false;"));
     EXPECT_FALSE(session.ModuleChanged);
-
     PreviewForm* preview = form->previewForm();
     ASSERT_NE(preview, nullptr);
     EXPECT_EQ(preview->windowTitle(), "Preview");
@@ -274,11 +242,10 @@ TEST_F(MainFormTest, PreviewAnsweredYesSavesWithoutScormAndShowsTheSavedModule) 
     EXPECT_EQ(preview->browser()->locationText().toStdString(),
               (workspace / "Course1" / "lessonframeset.html").string());
 
-    // Previewing again, with nothing changed, reloads the same module from disk.
     QSignalSpy started(preview->browser(), &QWebEngineView::loadStarted);
     control<QPushButton>(form, "btnPreview")->click();
     EXPECT_TRUE(started.count() > 0 || started.wait(kWaitMs));
-    EXPECT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages.size(), 2u);
 }
 
 TEST_F(MainFormTest, HelpContentsShowsTheOfflineHelp) {
@@ -287,7 +254,6 @@ TEST_F(MainFormTest, HelpContentsShowsTheOfflineHelp) {
     menu("mnuHelpContents")->trigger();
     HelpForm* help = form->helpForm();
     ASSERT_NE(help, nullptr);
-    EXPECT_EQ(help->windowTitle(), "Help");
     QSignalSpy loaded(help, &WebViewerForm::loadFinished);
     ASSERT_TRUE(loaded.wait(kWaitMs));
     EXPECT_TRUE(loaded.last().first().toBool());
@@ -324,13 +290,6 @@ TEST_F(MainFormTest, TypingIntoThePageEditorReachesThePageContent) {
     // And it is what the page file holds after a save.
     menu("mnuSave")->trigger();
     EXPECT_TRUE(containsText(readText(moduleFile("Course1", "page1.html")), "Zebra"));
-}
-
-TEST_F(MainFormTest, TheFormNeverShrinksBelowItsMinimum) {
-    MainForm* form = openLesson();
-    form->resize(200, 150);
-    EXPECT_GE(form->width(), 618);
-    EXPECT_GE(form->height(), 487);
 }
 
 } // namespace

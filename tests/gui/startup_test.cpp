@@ -16,29 +16,22 @@ namespace {
 
 using StartupFlow = GuiTest;
 
-TEST_F(StartupFlow, WithoutTemplatesTheProgramEndsAfterItsMessage) {
+// A missing Templates folder or version marker ends the program before the splash shows.
+TEST_F(StartupFlow, WithoutTemplatesOrTheVersionMarkerTheProgramEnds) {
     stage({"app"});
     EXPECT_FALSE(startProgram());
     EXPECT_TRUE(program->isShutDown());
     EXPECT_EQ(program->splash(), nullptr);
     ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text,
-              "The \"Templates\" folder does not exist.\r\nPlease reinstall the Lumora.");
     EXPECT_EQ(prompt.messages[0].title, "No Templates");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
     QSignalSpy finished(program.get(), &Program::finished);
     EXPECT_TRUE(finished.wait(kWaitMs));
-}
 
-TEST_F(StartupFlow, WithoutAnyVersionMarkerTheProgramEnds) {
     stage({"Templates"});
     std::filesystem::remove(install / "Templates" / "version");
     EXPECT_FALSE(startProgram());
     EXPECT_TRUE(program->isShutDown());
-    ASSERT_NE(prompt.last(), nullptr);
-    EXPECT_EQ(prompt.last()->text,
-              "Cannot locate template version information\r\nPlease reinstall the Lumora");
-    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_TRUE(containsText(prompt.last()->text, "template version information"));
     EXPECT_EQ(visibleForm("frmSplash"), nullptr);
 }
 
@@ -49,12 +42,10 @@ TEST_F(StartupFlow, AKeyOnTheSplashOpensOneStartChooser) {
     SplashForm* splash = program->splash();
     ASSERT_NE(splash, nullptr);
     EXPECT_TRUE(splash->isVisible());
-    EXPECT_EQ(splash->timer().interval(), 1500);
     EXPECT_TRUE(splash->timer().isActive());
 
     QTest::keyClick(splash, Qt::Key_Space);
     ASSERT_NE(visibleForm("frmOpenChoose"), nullptr);
-    EXPECT_EQ(visibleForm("frmOpenChoose")->windowTitle(), "Lumora");
     // The splash is gone with its timer, so nothing opens a second chooser.
     EXPECT_TRUE(QTest::qWaitFor([&] { return program->splash() == nullptr; }, kWaitMs));
     int choosers = 0;
@@ -77,9 +68,7 @@ TEST_F(StartupFlow, RefusingToCreateTheWorkspaceEndsTheProgram) {
     program->splash()->finish();
     EXPECT_TRUE(program->isShutDown());
     EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
-    ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[0].title, "Create MyContent");
-    EXPECT_EQ(prompt.messages[1].text, "Cannot continue without \"MyContent\" folder.");
+    EXPECT_EQ(prompt.messages.size(), 2u);
 }
 
 using StartChooserTest = GuiTest;
@@ -91,11 +80,12 @@ TEST_F(StartChooserTest, EditWithoutAnyContentSaysSoAndStays) {
     ASSERT_NE(prompt.last(), nullptr);
     EXPECT_EQ(prompt.last()->text, "You have not created any custom content.\r\n"
                                    "Please Create a Lesson, Evaluation, or Survey.");
-    EXPECT_EQ(prompt.last()->title, "Error");
     EXPECT_TRUE(chooser->isVisible());
     EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
 }
 
+// The name is asked again after a forbidden character and after a taken name (the refusals'
+// wording belongs to the workspace layer), then the trimmed name opens the main form.
 TEST_F(StartChooserTest, NewLessonAsksUntilTheNameIsAcceptedAndOpensTheMainForm) {
     startToChooser();
     std::filesystem::create_directories(workspace / "Taken");
@@ -106,11 +96,7 @@ TEST_F(StartChooserTest, NewLessonAsksUntilTheNameIsAcceptedAndOpensTheMainForm)
 
     ASSERT_EQ(prompt.asked.size(), 3u);
     EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
-    ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[0].text, "You cannot use the following characters:\r\n"
-                                       "                   / \\ : * ? \" < > |");
-    EXPECT_EQ(prompt.messages[1].text, "Taken already exists.\r\nYou must use a unique name.");
-
+    EXPECT_EQ(prompt.messages.size(), 2u);
     EXPECT_TRUE(std::filesystem::exists(workspace / "My_Course" / "lessonframeset.html"));
     QWidget* main = visibleForm("frmMain");
     ASSERT_NE(main, nullptr);
@@ -133,8 +119,8 @@ TEST_F(StartChooserTest, CancellingTheNameKeepsTheChooser) {
 
 class FolderChooserTest : public GuiTest {
   protected:
-    // The start chooser's Edit over a workspace holding modules of each type and two folders
-    // that are no modules.
+    // The start chooser's Edit over a workspace holding modules of each type, a folder that is
+    // no module and one holding two framesets (the first in type order wins).
     QWidget* openChooser() {
         startToChooser();
         addModule("Beta", "Lesson");
@@ -147,42 +133,43 @@ class FolderChooserTest : public GuiTest {
         control<QToolButton>(visibleForm("frmOpenChoose"), "imgEdit")->click();
         return visibleForm("frmChooseFolder");
     }
-
-    QStringList entries(QWidget* chooser) {
-        QStringList texts;
-        auto* list = control<QListWidget>(chooser, "lstDirectories");
-        for (int i = 0; i < list->count(); ++i)
-            texts << list->item(i)->text();
-        return texts;
-    }
 };
 
-TEST_F(FolderChooserTest, ListsModuleFoldersWithTheirTypeLetters) {
+// The listing with type letters; OK without a selection, on a damaged module (named, nothing
+// half-loaded) and finally on a good one, opened by its type.
+TEST_F(FolderChooserTest, ListsModulesAndOkOpensTheChosenOneByItsType) {
     QWidget* chooser = openChooser();
     ASSERT_NE(chooser, nullptr);
     EXPECT_EQ(chooser->windowTitle(), "Choose Folder");
     EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
-    EXPECT_EQ(entries(chooser), QStringList({"Alpha (E)", "Beta (L)", "Both (L)", "Gamma (S)"}));
-}
-
-TEST_F(FolderChooserTest, OkWithoutASelectionAsksForOne) {
-    QWidget* chooser = openChooser();
-    control<QPushButton>(chooser, "OKButton")->click();
-    ASSERT_NE(prompt.last(), nullptr);
-    EXPECT_EQ(prompt.last()->text, "You must choose a folder or click \"Cancel\"");
-    EXPECT_TRUE(chooser->isVisible());
-}
-
-TEST_F(FolderChooserTest, OkOpensTheChosenModuleByItsType) {
-    QWidget* chooser = openChooser();
     auto* list = control<QListWidget>(chooser, "lstDirectories");
+    QStringList entries;
+    for (int i = 0; i < list->count(); ++i)
+        entries << list->item(i)->text();
+    EXPECT_EQ(entries, QStringList({"Alpha (E)", "Beta (L)", "Both (L)", "Gamma (S)"}));
+
+    control<QPushButton>(chooser, "OKButton")->click();
+    EXPECT_EQ(prompt.messages.size(), 1u);
+    EXPECT_TRUE(chooser->isVisible());
+
+    std::filesystem::remove(workspace / "Beta" / "scripts" / "inc_ModuleInfo.js");
+    list->setCurrentRow(1); // Beta (L)
+    control<QPushButton>(chooser, "OKButton")->click();
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_TRUE(containsText(prompt.last()->text, "inc_ModuleInfo.js"));
+    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_EQ(visibleForm("frmMain"), nullptr);
+    // Nothing half-loaded stays behind: Cancel still knows that no module is open.
+    EXPECT_TRUE(session.module.moduleType.empty());
+
     list->setCurrentRow(0); // Alpha (E)
     control<QPushButton>(chooser, "OKButton")->click();
     EXPECT_EQ(session.module.moduleType, "Evaluation");
     EXPECT_EQ(session.module.folderName, "Alpha");
     EXPECT_NE(visibleForm("frmMain"), nullptr);
     EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
-    EXPECT_TRUE(prompt.messages.empty());
+    EXPECT_EQ(prompt.messages.size(), 2u);
 }
 
 TEST_F(FolderChooserTest, CancelWithNoModuleOpenEndsTheProgram) {
@@ -191,28 +178,6 @@ TEST_F(FolderChooserTest, CancelWithNoModuleOpenEndsTheProgram) {
     control<QPushButton>(chooser, "CancelButton")->click();
     EXPECT_TRUE(program->isShutDown());
     EXPECT_TRUE(finished.wait(kWaitMs));
-}
-
-TEST_F(FolderChooserTest, ADamagedModuleNamesTheFileAndLeavesTheChooserUsable) {
-    QWidget* chooser = openChooser();
-    std::filesystem::remove(workspace / "Beta" / "scripts" / "inc_ModuleInfo.js");
-    auto* list = control<QListWidget>(chooser, "lstDirectories");
-    list->setCurrentRow(1); // Beta (L)
-    control<QPushButton>(chooser, "OKButton")->click();
-
-    ASSERT_NE(prompt.last(), nullptr);
-    EXPECT_EQ(prompt.last()->title, "Error");
-    EXPECT_EQ(prompt.last()->icon, Icon::Critical);
-    EXPECT_TRUE(containsText(prompt.last()->text, "inc_ModuleInfo.js"));
-    EXPECT_TRUE(chooser->isVisible());
-    EXPECT_EQ(visibleForm("frmMain"), nullptr);
-    // Nothing half-loaded stays behind: Cancel still knows that no module is open.
-    EXPECT_TRUE(session.module.moduleType.empty());
-
-    list->setCurrentRow(3); // Gamma (S)
-    control<QPushButton>(chooser, "OKButton")->click();
-    EXPECT_EQ(session.module.moduleType, "Survey");
-    EXPECT_NE(visibleForm("frmMain"), nullptr);
 }
 
 } // namespace
