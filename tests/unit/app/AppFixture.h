@@ -6,31 +6,19 @@
 #include "app/Session.h"
 #include "storage/Paths.h"
 #include "support/ScriptedPrompt.h"
+#include "support/TempFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
+#include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace lumora::test {
 
 namespace fs = std::filesystem;
-
-inline std::string readBytes(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
-
-inline void writeBytes(const fs::path& p, const std::string& bytes) {
-    fs::create_directories(p.parent_path());
-    std::ofstream out(p, std::ios::binary | std::ios::trunc);
-    out << bytes;
-}
+using testing::readBytes;
+using testing::writeBytes;
 
 // A registry holding the keys a test puts in it.
 class FakeRegistry : public Registry {
@@ -77,19 +65,7 @@ class RecordingSpellingEngine : public SpellingEngine {
 
 class AppTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        static std::atomic<int> counter{0};
-        root = fs::temp_directory_path() /
-               ("lumora-app-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
-        fs::remove_all(root);
-        install = root / "install";
-        workspace = install / "MyContent";
-        fs::create_directories(install / "app");
-    }
-    void TearDown() override {
-        std::error_code ec;
-        fs::remove_all(root, ec);
-    }
+    AppTest() { fs::create_directories(install / "app"); }
 
     // A template of the given type that the loader can read: its frameset file, scripts, one
     // page (Lesson) and a stylesheet.
@@ -137,7 +113,9 @@ class AppTest : public ::testing::Test {
         return *session_;
     }
 
-    fs::path root, install, workspace;
+    testing::TempDir root{"app"};
+    fs::path install = root / "install";
+    fs::path workspace = install / "MyContent";
     testing::ScriptedPrompt prompt;
     FakeRegistry registry;
     testing::FakeProcessStarter processes;

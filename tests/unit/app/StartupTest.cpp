@@ -22,25 +22,22 @@ class StartupTest : public AppTest {
     bool splashShown = false;
 };
 
-TEST_F(StartupTest, MissingTemplatesFolderShowsMessageAndShutsDown) {
+TEST_F(StartupTest, MissingTemplatesOrVersionMarkersShowMessageAndShutDown) {
     EXPECT_EQ(start(), StartupResult::Shutdown);
     ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(prompt.messages[0].text,
               "The \"Templates\" folder does not exist.\r\nPlease reinstall the Lumora.");
     EXPECT_EQ(prompt.messages[0].title, "No Templates");
     EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
-    EXPECT_FALSE(splashShown);
     EXPECT_TRUE(engine.calls.empty());
-}
 
-TEST_F(StartupTest, MissingVersionMarkersShowMessageAndShutDown) {
     fs::create_directories(install / "Templates");
     EXPECT_EQ(start(), StartupResult::Shutdown);
-    ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text,
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[1].text,
               "Cannot locate template version information\r\nPlease reinstall the Lumora");
-    EXPECT_EQ(prompt.messages[0].title, "Error");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_EQ(prompt.messages[1].title, "Error");
+    EXPECT_EQ(prompt.messages[1].icon, Icon::Critical);
     EXPECT_FALSE(splashShown);
 }
 
@@ -67,8 +64,14 @@ TEST_F(StartupTest, RepairFoundStartsInstallerAndCopiesVersion) {
     EXPECT_EQ(readBytes(install / "app" / "version"), "7.3\r\n");
 }
 
-TEST_F(StartupTest, RepairThatFailsToStartLeavesNoMarker) {
+TEST_F(StartupTest, RepairThatFindsNoProductOrFailsToStartLeavesNoMarker) {
     makeTemplates();
+    registry.subkeys[kUninstall] = {"{11111111-78E1-11D2-B60F-006097C998E7}"};
+    EXPECT_EQ(start(), StartupResult::Continue);
+    EXPECT_TRUE(processes.started.empty());
+    EXPECT_FALSE(fs::exists(install / "app" / "version"));
+    EXPECT_TRUE(prompt.messages.empty());
+
     registry.subkeys[kUninstall] = {"{00030409-78E1-11D2-B60F-006097C998E7}"};
     processes.pid = 0;
     EXPECT_EQ(start(), StartupResult::Continue);
@@ -76,33 +79,19 @@ TEST_F(StartupTest, RepairThatFailsToStartLeavesNoMarker) {
     EXPECT_FALSE(fs::exists(install / "app" / "version"));
 }
 
-TEST_F(StartupTest, NoProductInstalledRepeatsCheckWithoutChanges) {
-    makeTemplates();
-    registry.subkeys[kUninstall] = {"{11111111-78E1-11D2-B60F-006097C998E7}"};
-    EXPECT_EQ(start(), StartupResult::Continue);
-    EXPECT_TRUE(processes.started.empty());
-    EXPECT_FALSE(fs::exists(install / "app" / "version"));
-    EXPECT_TRUE(prompt.messages.empty());
-}
-
-TEST_F(StartupTest, BuildsDefaultsAndPaths) {
-    makeTemplates();
-    ASSERT_EQ(start(), StartupResult::Continue);
-    const std::string sep(1, kSep);
-    EXPECT_EQ(session().AppPath, install.string() + sep);
-    EXPECT_EQ(session().WorkspaceFolder, install.string() + sep + "MyContent");
-    EXPECT_EQ(session().TemplatesRoot, install.string() + sep + "Templates");
-    EXPECT_EQ(session().spellingFolder, install.string() + sep + "app" + sep + "spelling");
-    EXPECT_EQ(session().module.copyright, "\xC2\xA9 2031");
-    EXPECT_EQ(session().defaults.module.copyright, "\xC2\xA9 2031");
-}
-
-TEST_F(StartupTest, SpellingPreparationCallsInOrderWithPresentFiles) {
+TEST_F(StartupTest, BuildsDefaultsAndPathsAndPreparesSpellingWithThePresentFiles) {
     makeTemplates();
     const fs::path spelling = install / "app" / "spelling";
     writeBytes(spelling / "userdic.dic", "0\n");
     writeBytes(spelling / "legal.dic", "1\nestoppel\n");
     ASSERT_EQ(start(), StartupResult::Continue);
+    const std::string sep(1, kSep);
+    EXPECT_EQ(session().AppPath, install.string() + sep);
+    EXPECT_EQ(session().WorkspaceFolder, install.string() + sep + "MyContent");
+    EXPECT_EQ(session().TemplatesRoot, install.string() + sep + "Templates");
+    EXPECT_EQ(session().spellingFolder, spelling.string());
+    EXPECT_EQ(session().module.copyright, "\xC2\xA9 2031");
+    EXPECT_EQ(session().defaults.module.copyright, "\xC2\xA9 2031");
     const std::vector<std::string> expected = {"setOption 2097152 1", "mainLexPath",
                                                "setMainLexPath " + spelling.string(),
                                                "setMainLexFiles userdic.dic,legal.dic"};
@@ -119,34 +108,30 @@ TEST_F(StartupTest, SpellingEngineThatCannotCheckIsMarkedUnavailable) {
 }
 
 TEST(SpellingPreparation, ListFollowsTheFixedOrderNotTheFolder) {
-    const fs::path folder =
-        fs::temp_directory_path() / ("lumora-lex-" + std::to_string(::getpid()));
-    for (const char* name : {"legal.dic", "en_med_glut.dic", "en_US.dic", "userdic.dic"})
+    const testing::TempDir folder("lex");
+    for (const char* name :
+         {"legal.dic", "en_med_glut.dic", "en_US.dic", "userdic.dic", "other.dic"})
         writeBytes(folder / name, "0\n");
-    writeBytes(folder / "other.dic", "0\n");
     RecordingSpellingEngine engine;
-    EXPECT_EQ(prepareSpellingEngine(engine, folder.string()),
+    EXPECT_EQ(prepareSpellingEngine(engine, folder.path().string()),
               "en_US.dic,userdic.dic,en_med_glut.dic,legal.dic");
-    fs::remove_all(folder);
 }
 
-TEST(RegistryValues, TextDropsTrailingNul) {
-    EXPECT_EQ(registryValueText({1, std::string("C:\\Tools\\msinfo32.exe\0", 22)}),
-              "C:\\Tools\\msinfo32.exe");
-    EXPECT_EQ(registryValueText({1, "plain"}), "plain");
-}
+TEST(RegistryValues, TextDropsTrailingNulAndNumbersAreHexDigitsFromLastByteToFirst) {
+    const std::pair<RegistryValue, std::optional<std::string>> cases[] = {
+        {{1, std::string("C:\\Tools\\msinfo32.exe\0", 22)}, "C:\\Tools\\msinfo32.exe"},
+        {{1, "plain"}, "plain"},
+        {{4, std::string("\x2A\0\0\0", 4)}, "42"},
+        {{4, std::string("\xFF\xFF\xFF\x7F", 4)}, "2147483647"},
+        // Bytes 02 01 become the digits "1" and "2": 0x12, not 0x0102.
+        {{4, std::string("\x02\x01", 2)}, "18"},
+        {{4, std::string("\0\0\0\0", 4)}, "0"},
+        {{4, ""}, std::nullopt},
+        {{3, "xyz"}, ""},
+    };
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(registryValueText(value), text) << value.data;
 
-TEST(RegistryValues, NumbersAreUnpaddedHexDigitsFromLastByteToFirst) {
-    EXPECT_EQ(registryValueText({4, std::string("\x2A\0\0\0", 4)}), "42");
-    EXPECT_EQ(registryValueText({4, std::string("\xFF\xFF\xFF\x7F", 4)}), "2147483647");
-    // Bytes 02 01 become the digits "1" and "2": 0x12, not 0x0102.
-    EXPECT_EQ(registryValueText({4, std::string("\x02\x01", 2)}), "18");
-    EXPECT_EQ(registryValueText({4, std::string("\0\0\0\0", 4)}), "0");
-    EXPECT_EQ(registryValueText({4, ""}), std::nullopt);
-    EXPECT_EQ(registryValueText({3, "xyz"}), "");
-}
-
-TEST(RegistryValues, ReaderReportsMissingValues) {
     FakeRegistry registry;
     registry.values[{"K", "N"}] = {4, std::string("\x10\x00\x00\x00", 4)};
     std::string out = "stale";

@@ -21,42 +21,33 @@ class WorkspaceTest : public AppTest {
     std::string sep() const { return std::string(1, kSep); }
 };
 
-TEST_F(WorkspaceTest, ExistingWorkspaceAsksNothing) {
+TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnlyOnYes) {
     EXPECT_TRUE(EnsureWorkspace(session()));
     EXPECT_TRUE(prompt.messages.empty());
-}
 
-TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnYes) {
     fs::remove_all(workspace);
-    prompt.answer(Answer::Yes);
-    EXPECT_TRUE(EnsureWorkspace(session()));
-    EXPECT_TRUE(fs::is_directory(workspace));
-    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_FALSE(EnsureWorkspace(session()));
+    EXPECT_FALSE(fs::exists(workspace));
+    ASSERT_EQ(prompt.messages.size(), 2u);
     EXPECT_EQ(prompt.messages[0].text,
               "The \"MyContent\" folder does not exist.\r\nCreate a \"MyContent\" folder?");
     EXPECT_EQ(prompt.messages[0].title, "Create MyContent");
     EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
     EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
-}
-
-TEST_F(WorkspaceTest, MissingWorkspaceRefusedEndsTheProgram) {
-    fs::remove_all(workspace);
-    prompt.answer(Answer::No);
-    EXPECT_FALSE(EnsureWorkspace(session()));
-    EXPECT_FALSE(fs::exists(workspace));
-    ASSERT_EQ(prompt.messages.size(), 2u);
     EXPECT_EQ(prompt.messages[1].text, "Cannot continue without \"MyContent\" folder.");
     EXPECT_EQ(prompt.messages[1].title, "Error");
+
+    prompt.answer(Answer::Yes);
+    EXPECT_TRUE(EnsureWorkspace(session()));
+    EXPECT_TRUE(fs::is_directory(workspace));
+    EXPECT_EQ(prompt.messages.size(), 3u);
 }
 
-TEST(FolderNames, AnswerIsTrimmedAndBlanksBecomeUnderscores) {
-    EXPECT_EQ(folderNameFromAnswer("  My Course  "), "My_Course");
-    EXPECT_EQ(folderNameFromAnswer("a  b"), "a__b");
-    EXPECT_EQ(folderNameFromAnswer("   "), "");
-    EXPECT_EQ(folderNameFromAnswer("\tx"), "\tx"); // only blanks are trimmed
-}
-
-TEST(FolderNames, EveryForbiddenCharacterIsCaught) {
+TEST(FolderNames, AnswersAreTrimmedAndForbiddenCharactersCaught) {
+    const std::pair<const char*, const char*> answers[] = {
+        {"  My Course  ", "My_Course"}, {"a  b", "a__b"}, {"   ", ""}, {"\tx", "\tx"}};
+    for (const auto& [answer, folder] : answers) // only blanks are trimmed
+        EXPECT_EQ(folderNameFromAnswer(answer), folder) << answer;
     for (char c : std::string("\\/:*?\"<>|"))
         EXPECT_TRUE(hasForbiddenFolderCharacter(std::string("a") + c + "b")) << c;
     EXPECT_FALSE(hasForbiddenFolderCharacter("Course-1.(old)_x"));
@@ -72,7 +63,7 @@ TEST(FolderNames, RewriteTouchesOnlyWholeFolderSegments) {
                   "Course10" + s + " " + s + "course1" + s);
 }
 
-TEST_F(WorkspaceTest, PromptAcceptsTrimmedName) {
+TEST_F(WorkspaceTest, PromptAcceptsTrimmedNameAndCancelOrBlankReturnEmpty) {
     session().NewModuleType = "Lesson";
     prompt.type("  My Course  ");
     EXPECT_EQ(PromptFolderName(session()), "My_Course");
@@ -80,6 +71,12 @@ TEST_F(WorkspaceTest, PromptAcceptsTrimmedName) {
     EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Lesson.");
     EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
     EXPECT_EQ(prompt.asked[0].defaultText, "");
+
+    prompt.type(std::nullopt);
+    EXPECT_EQ(PromptFolderName(session()), "");
+    prompt.type("    ");
+    EXPECT_EQ(PromptFolderName(session()), "");
+    EXPECT_TRUE(prompt.messages.empty());
 }
 
 TEST_F(WorkspaceTest, PromptRefusesBadAndTakenNamesAndAsksAgain) {
@@ -96,15 +93,6 @@ TEST_F(WorkspaceTest, PromptRefusesBadAndTakenNamesAndAsksAgain) {
     EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
     EXPECT_EQ(prompt.messages[1].text, "Course1 already exists.\r\nYou must use a unique name.");
     EXPECT_EQ(prompt.messages[1].title, "Error");
-}
-
-TEST_F(WorkspaceTest, PromptCancelAndBlankAnswerReturnEmpty) {
-    session().NewModuleType = "Lesson";
-    prompt.type(std::nullopt);
-    EXPECT_EQ(PromptFolderName(session()), "");
-    prompt.type("    ");
-    EXPECT_EQ(PromptFolderName(session()), "");
-    EXPECT_TRUE(prompt.messages.empty());
 }
 
 TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndLoadsIt) {
@@ -126,17 +114,13 @@ TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndLoadsIt) {
     EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
 }
 
-TEST_F(WorkspaceTest, NewModuleFolderCancelledChangesNothing) {
+TEST_F(WorkspaceTest, NewModuleFolderThatCannotBeMadeChangesNothing) {
     session().module.modTitle = "Open module";
-    EXPECT_FALSE(NewModuleFolder(session(), "Evaluation"));
-    EXPECT_EQ(session().module.modTitle, "Open module");
+    EXPECT_FALSE(NewModuleFolder(session(), "Evaluation")); // cancelled
     EXPECT_EQ(session().NewModuleType, "Evaluation");
     EXPECT_TRUE(fs::is_empty(workspace));
-}
 
-TEST_F(WorkspaceTest, NewModuleFolderWithMissingTemplateReportsAndLeavesNothing) {
     fs::remove_all(install / "Templates" / "Survey");
-    session().module.modTitle = "Open module";
     prompt.type("S1");
     EXPECT_FALSE(NewModuleFolder(session(), "Survey"));
     ASSERT_EQ(prompt.messages.size(), 1u);
@@ -145,16 +129,15 @@ TEST_F(WorkspaceTest, NewModuleFolderWithMissingTemplateReportsAndLeavesNothing)
     EXPECT_NE(prompt.messages[0].text.find((install / "Templates" / "Survey").string()),
               std::string::npos);
     EXPECT_FALSE(fs::exists(workspace / "S1"));
-    EXPECT_EQ(session().module.modTitle, "Open module");
-}
 
-TEST_F(WorkspaceTest, NewModuleFolderNeverTouchesAFileOfTheSameName) {
+    // A file of the chosen name is never touched.
     writeBytes(workspace / "Taken", "notes");
     prompt.type("Taken");
     EXPECT_FALSE(NewModuleFolder(session(), "Lesson"));
-    ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].title, "Error");
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[1].title, "Error");
     EXPECT_EQ(readBytes(workspace / "Taken"), "notes");
+    EXPECT_EQ(session().module.modTitle, "Open module");
 }
 
 TEST_F(WorkspaceTest, SaveAsCopiesTheFolderAndRewritesContentPaths) {
@@ -200,7 +183,7 @@ TEST_F(WorkspaceTest, SaveAsCancelledOrFailedKeepsTheOldFolder) {
     EXPECT_EQ(prompt.messages.back().title, "Error");
 }
 
-TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrder) {
+TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrderAndTheListing) {
     writeBytes(workspace / "Both" / "poolframeset.html", "");
     writeBytes(workspace / "Both" / "lessonframeset.html", "");
     writeBytes(workspace / "Pool" / "poolframeset.html", "");
@@ -215,9 +198,9 @@ TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrder) {
     EXPECT_EQ(moduleTypeSuffix((workspace / "Surv").string()), " (S)");
     EXPECT_EQ(moduleTypeSuffix((workspace / "Plain").string()), "");
     EXPECT_EQ(moduleTypeSuffix((workspace / "Fake").string()), "");
-}
 
-TEST_F(WorkspaceTest, ListingSortsByNameAndSkipsFoldersWithoutFrameset) {
+    // The listing sorts by name and skips folders without a frameset file.
+    fs::remove_all(workspace);
     writeBytes(workspace / "beta" / "lessonframeset.html", "");
     writeBytes(workspace / "Alpha" / "surveyframeset.html", "");
     writeBytes(workspace / "gamma" / "poolframeset.html", "");
@@ -229,14 +212,6 @@ TEST_F(WorkspaceTest, ListingSortsByNameAndSkipsFoldersWithoutFrameset) {
     EXPECT_EQ(countSubfolders(workspace.string()), 4u);
     EXPECT_TRUE(listModuleFolders((root / "nowhere").string()).empty());
     EXPECT_EQ(countSubfolders((root / "nowhere").string()), 0u);
-}
-
-TEST_F(WorkspaceTest, OpenEntryWithoutSelectionShowsMessage) {
-    EXPECT_FALSE(OpenModuleEntry(session(), ""));
-    ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text, "You must choose a folder or click \"Cancel\"");
-    EXPECT_EQ(prompt.messages[0].title, "Error");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
 }
 
 TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntry) {
@@ -251,21 +226,25 @@ TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntry) {
     EXPECT_EQ(session().module.modTitle, "Template Evaluation");
 }
 
-TEST_F(WorkspaceTest, OpenEntryWithUnknownTagRefusesThroughTheLoader) {
-    EXPECT_FALSE(OpenModuleEntry(session(), "Thing (x)"));
+TEST_F(WorkspaceTest, OpenEntryRefusesNoSelectionUnknownTagsAndMissingScripts) {
+    EXPECT_FALSE(OpenModuleEntry(session(), ""));
     ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text, "No Module is in memory");
+    EXPECT_EQ(prompt.messages[0].text, "You must choose a folder or click \"Cancel\"");
+    EXPECT_EQ(prompt.messages[0].title, "Error");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+
+    EXPECT_FALSE(OpenModuleEntry(session(), "Thing (x)"));
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages[1].text, "No Module is in memory");
     EXPECT_EQ(moduleTypeForTag("(l)"), "Lesson");
     EXPECT_EQ(moduleTypeForTag("(e)"), "Evaluation");
     EXPECT_EQ(moduleTypeForTag("(s)"), "Survey");
-}
 
-TEST_F(WorkspaceTest, OpenEntryWithMissingScriptsReportsTheFile) {
     writeBytes(workspace / "Broken" / "surveyframeset.html", "");
     EXPECT_FALSE(OpenModuleEntry(session(), "Broken (S)"));
-    ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].title, "Error");
-    EXPECT_NE(prompt.messages[0].text.find("inc_Objectives.js"), std::string::npos);
+    ASSERT_EQ(prompt.messages.size(), 3u);
+    EXPECT_EQ(prompt.messages[2].title, "Error");
+    EXPECT_NE(prompt.messages[2].text.find("inc_Objectives.js"), std::string::npos);
 }
 
 } // namespace
