@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -63,12 +64,12 @@ class ListOps : public ::testing::Test {
 };
 
 TEST(ListKindFromName, FirstMatchInTableOrder) {
-    EXPECT_EQ(listKindFromName("lstPages"), ListKind::Pages);
-    EXPECT_EQ(listKindFromName("lstQAndA"), ListKind::Questions);
-    EXPECT_EQ(listKindFromName("lstOptions"), ListKind::Options);
-    EXPECT_EQ(listKindFromName("lstTerms"), ListKind::Terms);
-    EXPECT_EQ(listKindFromName("lstQPage"), ListKind::Pages);
-    EXPECT_EQ(listKindFromName("lstpages"), ListKind::None);
+    const std::pair<const char*, ListKind> names[] = {
+        {"lstPages", ListKind::Pages},     {"lstQAndA", ListKind::Questions},
+        {"lstOptions", ListKind::Options}, {"lstTerms", ListKind::Terms},
+        {"lstQPage", ListKind::Pages},     {"lstpages", ListKind::None}};
+    for (const auto& [name, kind] : names)
+        EXPECT_EQ(listKindFromName(name), kind) << name;
 }
 
 TEST(ReferenceForms, LinksAsTheDialogsInsertThem) {
@@ -79,20 +80,26 @@ TEST(ReferenceForms, LinksAsTheDialogsInsertThem) {
     EXPECT_EQ(termLinkSearch(2), "showGlossaryPopup('2',");
 }
 
-TEST_F(ListOps, NothingSelectedIsAnErrorAndStillMarksChanged) {
+TEST_F(ListOps, NothingSelectedAndMovesPastTheEndsAreErrors) {
+    givePages({"a", "b"});
     deleteListItem(session, "lstPages", -1);
     moveListItemUp(session, "lstTerms", -1);
     moveListItemDown(session, "lstOptions", -1);
-    ASSERT_EQ(prompt.messages.size(), 3u);
-    for (const auto& m : prompt.messages) {
-        EXPECT_EQ(m.text, "No item is selected");
-        EXPECT_EQ(m.title, "Error");
-        EXPECT_EQ(m.icon, Icon::Critical);
+    moveListItemUp(session, "lstPages", 0);
+    moveListItemDown(session, "lstPages", 1);
+    ASSERT_EQ(prompt.messages.size(), 5u);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(prompt.messages[i].text, i < 3    ? "No item is selected"
+                                           : i == 3 ? "You cannot move any higher"
+                                                    : "You cannot move any lower");
+        EXPECT_EQ(prompt.messages[i].title, "Error");
+        EXPECT_EQ(prompt.messages[i].icon, Icon::Critical);
     }
     EXPECT_TRUE(session.ModuleChanged);
+    EXPECT_EQ(content(0), "a");
 }
 
-TEST_F(ListOps, DeleteAsksFirstAndAnythingButYesKeepsTheItem) {
+TEST_F(ListOps, DeleteAsksFirstAndTheLastPageLeftBecomesBlank) {
     givePages({"a", "b"});
     deleteListItem(session, "lstPages", 1);
     ASSERT_EQ(prompt.messages.size(), 1u);
@@ -100,12 +107,20 @@ TEST_F(ListOps, DeleteAsksFirstAndAnythingButYesKeepsTheItem) {
     EXPECT_EQ(prompt.messages[0].title, "Confirm Delete");
     EXPECT_EQ(prompt.messages[0].icon, Icon::Question);
     EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
-    EXPECT_EQ(session.module.pages.size(), 2u);
+    EXPECT_EQ(session.module.pages.size(), 2u); // anything but Yes keeps the item
     EXPECT_TRUE(session.ModuleChanged);
 
+    // Deleting the last page selects the one before; the only page leaves a blank one.
+    session.CurrentPage = 1;
     prompt.answer(Answer::Yes);
     deleteListItem(session, "lstPages", 1);
     ASSERT_EQ(session.module.pages.size(), 1u);
+    EXPECT_EQ(session.CurrentPage, 0);
+    prompt.answer(Answer::Yes);
+    deleteListItem(session, "lstPages", 0);
+    ASSERT_EQ(session.module.pages.size(), 1u);
+    EXPECT_EQ(session.module.pages[0].title, "");
+    EXPECT_EQ(session.module.pages[0].content, "");
     EXPECT_EQ(session.CurrentPage, 0);
 }
 
@@ -136,19 +151,6 @@ TEST_F(ListOps, PageLinkingToItselfCanBeDeletedAndLaterLinksKeepTheirNumbers) {
     EXPECT_EQ(session.module.pages[1].title, "Title 2");
     EXPECT_EQ(content(0), link(2)); // not renumbered to page 1
     EXPECT_EQ(session.CurrentPage, 1);
-}
-
-TEST_F(ListOps, DeletingTheLastPageSelectsTheOneBeforeAndTheOnlyPageLeavesABlankOne) {
-    givePages({"a", "b"});
-    prompt.answer(Answer::Yes);
-    deleteListItem(session, "lstPages", 1);
-    EXPECT_EQ(session.CurrentPage, 0);
-    prompt.answer(Answer::Yes);
-    deleteListItem(session, "lstPages", 0);
-    ASSERT_EQ(session.module.pages.size(), 1u);
-    EXPECT_EQ(session.module.pages[0].title, "");
-    EXPECT_EQ(session.module.pages[0].content, "");
-    EXPECT_EQ(session.CurrentPage, 0);
 }
 
 TEST_F(ListOps, DeletingAnActivityRemovesItsPlaceholdersAndRenumbersLaterOnes) {
@@ -246,18 +248,6 @@ TEST_F(ListOps, MovingAnActivityUpSwapsPlaceholdersButDownDoesNot) {
     EXPECT_EQ(questionTexts(), (std::vector<std::string>{"Q1", "Q2", "Q3"}));
     EXPECT_EQ(content(0), act(2) + act(1) + act(3));
     EXPECT_EQ(session.CurrentItem, 1);
-}
-
-TEST_F(ListOps, MovesStopAtTheEnds) {
-    givePages({"a", "b"});
-    moveListItemUp(session, "lstPages", 0);
-    moveListItemDown(session, "lstPages", 1);
-    ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[0].text, "You cannot move any higher");
-    EXPECT_EQ(prompt.messages[1].text, "You cannot move any lower");
-    EXPECT_EQ(prompt.messages[1].title, "Error");
-    EXPECT_EQ(prompt.messages[1].icon, Icon::Critical);
-    EXPECT_EQ(session.module.pages[0].content, "a");
 }
 
 TEST_F(ListOps, OptionsAndTermsSwapWithoutTouchingContent) {

@@ -4,13 +4,11 @@
 #include "app/Startup.h"
 #include "platform/HunspellEngine.h"
 
+#include "support/TempFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <unistd.h>
 
 namespace lumora {
 namespace {
@@ -19,36 +17,24 @@ namespace fs = std::filesystem;
 
 const fs::path kStagedSpelling = fs::path(LUMORA_DIST_DIR) / "app" / "spelling";
 
-std::string readAll(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
-
 class HunspellTest : public ::testing::Test {
   protected:
     void SetUp() override {
         if (!fs::exists(kStagedSpelling / "en_US.dic"))
             GTEST_SKIP() << "the standard dictionary is not staged";
-        folder = fs::temp_directory_path() / ("lumora-spell-" + std::to_string(::getpid()));
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    void TearDown() override {
-        std::error_code ec;
-        fs::remove_all(folder, ec);
     }
     // A spelling folder holding the named files from the staged one.
     void take(std::initializer_list<const char*> names) {
         for (const char* name : names)
             fs::copy_file(kStagedSpelling / name, folder / name);
     }
-    std::string prepare() { return prepareSpellingEngine(engine, folder.string()); }
+    std::string prepare() { return prepareSpellingEngine(engine, folder.path().string()); }
 
-    fs::path folder;
+    testing::TempDir folder{"spell"};
     HunspellEngine engine;
 };
 
-TEST_F(HunspellTest, StandardDictionaryFlagsMisspeltWordsAndSuggests) {
+TEST_F(HunspellTest, StandardDictionaryFlagsMisspeltWordsSuggestsAndSkipsMarkup) {
     take({"en_US.aff", "en_US.dic"});
     EXPECT_EQ(prepare(), "en_US.dic");
     ASSERT_TRUE(engine.available());
@@ -57,6 +43,13 @@ TEST_F(HunspellTest, StandardDictionaryFlagsMisspeltWordsAndSuggests) {
     EXPECT_FALSE(engine.check("modulle"));
     const auto suggestions = engine.suggest("modulle");
     EXPECT_NE(std::find(suggestions.begin(), suggestions.end(), "module"), suggestions.end());
+
+    // Preparing sets the option (0x200000) that skips tags and entities.
+    EXPECT_TRUE(engine.check("<BLOCKQUOTE>"));
+    EXPECT_TRUE(engine.check("&nbsp;"));
+    EXPECT_FALSE(engine.check("<"));
+    engine.setOption(0x200000, 0);
+    EXPECT_FALSE(engine.check("&nbsp;"));
 }
 
 TEST_F(HunspellTest, LegalListAddsItsTerms) {
@@ -71,16 +64,6 @@ TEST_F(HunspellTest, LegalListAddsItsTerms) {
     EXPECT_EQ(engine.loadedFiles(), (std::vector<std::string>{"en_US.dic", "legal.dic"}));
 }
 
-TEST_F(HunspellTest, MarkupIsSkippedOnlyWithTheOption) {
-    take({"en_US.aff", "en_US.dic"});
-    prepare(); // sets option 0x200000
-    EXPECT_TRUE(engine.check("<BLOCKQUOTE>"));
-    EXPECT_TRUE(engine.check("&nbsp;"));
-    EXPECT_FALSE(engine.check("<"));
-    engine.setOption(0x200000, 0);
-    EXPECT_FALSE(engine.check("&nbsp;"));
-}
-
 TEST_F(HunspellTest, AddedWordsAreAcceptedAndKeptInTheUserDictionary) {
     take({"en_US.aff", "en_US.dic", "userdic.dic"});
     prepare();
@@ -88,11 +71,11 @@ TEST_F(HunspellTest, AddedWordsAreAcceptedAndKeptInTheUserDictionary) {
     engine.addToUserDictionary("Lumoran");
     engine.addToUserDictionary("zorbling");
     EXPECT_TRUE(engine.check("Lumoran"));
-    EXPECT_EQ(readAll(folder / "userdic.dic"), "2\nLumoran\nzorbling\n");
+    EXPECT_EQ(testing::readBytes(folder / "userdic.dic"), "2\nLumoran\nzorbling\n");
 
     // A fresh engine reads them back from the user dictionary.
     HunspellEngine again;
-    prepareSpellingEngine(again, folder.string());
+    prepareSpellingEngine(again, folder.path().string());
     EXPECT_TRUE(again.check("zorbling"));
 }
 

@@ -2,13 +2,10 @@
 #include "platform/ZipPackage.h"
 
 #include "storage/TextFile.h"
+#include "support/TempFiles.h"
 
 #include <gtest/gtest.h>
 #include <zip.h>
-
-#include <filesystem>
-#include <fstream>
-#include <random>
 
 namespace fs = std::filesystem;
 using namespace lumora;
@@ -17,23 +14,12 @@ namespace {
 
 class ZipPackageTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::random_device rd;
-        root = fs::temp_directory_path() / ("lumora-zip-" + std::to_string(rd()));
-        module = root / "Course1";
-        fs::create_directories(module);
-    }
-    void TearDown() override {
-        std::error_code ec;
-        fs::remove_all(root, ec);
-    }
     void put(const fs::path& relative, const std::string& bytes) {
-        fs::create_directories((module / relative).parent_path());
-        std::ofstream(module / relative, std::ios::binary) << bytes;
+        lumora::testing::writeBytes(module / relative, bytes);
     }
 
-    fs::path root;
-    fs::path module;
+    lumora::testing::TempDir root{"zip"};
+    fs::path module = root / "Course1";
 };
 
 struct Entry {
@@ -108,7 +94,7 @@ TEST_F(ZipPackageTest, ReplacesAnOlderPackageWhole) {
 TEST_F(ZipPackageTest, FailuresNameTheFileAndLeaveNoPartialPackage) {
     put("imsmanifest.xml", "<manifest/>");
     const fs::path zip = root / "out.zip";
-    std::ofstream(zip) << "previous package";
+    lumora::testing::writeBytes(zip, "previous package");
 
     try {
         writePackage((root / "Missing").string(), zip.string());
