@@ -21,9 +21,8 @@ describe("AICC HACP", () => {
   test("lesson: resumes at the LMS's location and reports progress", async () => {
     const state = { requests: [], getParam: getParamData({ location: "2", status: "incomplete, resume", coreLesson: "LD" }) };
     const { server } = await aiccModule("Lesson", state);
-    const page = await browser.context.newPage();
     // Parameter names in any case; the URL unencoded, as some LMSs send it.
-    await page.goto(`${server.base}/m/lessonframeset.html?AICC_SID=abc%201&AICC_URL=${server.base}/hacp`);
+    const { page } = await H.open(browser, `${server.base}/m/lessonframeset.html?AICC_SID=abc%201&AICC_URL=${server.base}/hacp`);
     await page.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
     await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=completed/.test(d)));
     await page.goto("about:blank");
@@ -44,15 +43,11 @@ describe("AICC HACP", () => {
   test("evaluation: mastery score from [Student_Data], score in PutParam", async () => {
     const state = { requests: [], getParam: getParamData({ mastery: "50" }) };
     const { dir, server } = await aiccModule("Evaluation", state);
-    const key = new Map(H.readModule(dir, "Evaluation").arrQuestions.map((q) => [q.evalQuestion, q]));
-    const page = await browser.context.newPage();
-    await page.goto(`${server.base}/m/poolframeset.html?aicc_sid=S9&aicc_url=${encodeURIComponent(server.base + "/hacp")}`);
+    const { page } = await H.open(browser, `${server.base}/m/poolframeset.html?aicc_sid=S9&aicc_url=${encodeURIComponent(server.base + "/hacp")}`);
     const qs = page.locator(".lumQ");
     await qs.first().waitFor();
-    for (let i = 0; i < 3; i++) {
-      const item = key.get(await qs.nth(i).locator(".lumQuestion").innerHTML());
-      for (const o of item.evalDistractors) if (o.correct) await qs.nth(i).getByLabel(o.txtDisplay, { exact: true }).check();
-    }
+    const key = H.answerKey(dir);
+    for (let i = 0; i < 3; i++) await H.answer(qs, key, i);
     await page.getByRole("button", { name: "Submit" }).click();
     await page.locator(".lumScore", { hasText: "100%" }).waitFor();
     assert.match(await page.locator("#lumResult").textContent(), /You passed/);
@@ -66,9 +61,7 @@ describe("AICC HACP", () => {
     test(`an LMS that answers ${mode === "error" ? "errors" : "nothing"} does not stop the learner`, async () => {
       const state = { requests: [], mode, getParam: "" };
       const { server } = await aiccModule("Survey", state);
-      const page = await browser.context.newPage();
-      const errors = H.watchErrors(page);
-      await page.goto(`${server.base}/m/surveyframeset.html?aicc_sid=S1&aicc_url=${server.base}/hacp`);
+      const { page, errors } = await H.open(browser, `${server.base}/m/surveyframeset.html?aicc_sid=S1&aicc_url=${server.base}/hacp`);
       const qs = page.locator(".lumQ");
       await qs.first().waitFor({ timeout: 8000 });
       for (let i = 0; i < 3; i++) await qs.nth(i).getByLabel("Good", { exact: true }).check();

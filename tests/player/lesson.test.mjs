@@ -10,9 +10,8 @@ after(async () => browser?.close());
 const pageNum = (page) => page.locator("#lumPageNum").textContent();
 const content = (page) => page.frameLocator("#lumContent");
 
-async function lessonChecks(page, url) {
-  const errors = H.watchErrors(page);
-  await page.goto(url);
+async function lessonChecks(url) {
+  const { page, errors } = await H.open(browser, url);
   await H.waitFor(async () => (await pageNum(page)) === "Page 1 of 3");
   assert.equal(await page.locator("#lumTitle").textContent(), "Sample Lesson");
   assert.equal(await page.locator("#lumCopyright").textContent(), "© 2025 Your Organization");
@@ -66,46 +65,16 @@ async function lessonChecks(page, url) {
   await H.waitFor(async () => (await pageNum(page)) === "Page 1 of 3");
   await content(page).locator("h2", { hasText: "Welcome" }).waitFor();
   assert.deepEqual(errors, []);
+  return { page, errors };
 }
 
 describe("lesson standalone", () => {
-  test("opened from disk: pages render their own activities and pop-ups", async () => {
+  test("opened from disk: pages render their own activities and pop-ups; keyboard alone works it", async () => {
     const dir = H.copyModule("Lesson");
-    const page = await browser.context.newPage();
-    await lessonChecks(page, H.fileUrl(dir, "lessonframeset.html"));
+    const { page, errors } = await lessonChecks(H.fileUrl(dir, "lessonframeset.html"));
     // file:// keeps the frames apart, so the page used its own player.
-    const own = await page.frames()[1].evaluate(() => parentRef === window.lumoraPlayer);
-    assert.equal(own, true);
-    await page.close();
-  });
+    assert.equal(await page.frames()[1].evaluate(() => parentRef === window.lumoraPlayer), true);
 
-  test("over HTTP: pages reach the frameset's player", async () => {
-    const dir = H.copyModule("Lesson");
-    const server = await H.serve({ "/": dir });
-    const page = await browser.context.newPage();
-    await lessonChecks(page, `${server.base}/lessonframeset.html`);
-    const shared = await page.frames()[1].evaluate(() => parentRef === window.parent.lumoraPlayer);
-    assert.equal(shared, true);
-    await page.close();
-    await server.close();
-  });
-
-  test("a page opened on its own still renders its activity", async () => {
-    const dir = H.copyModule("Lesson");
-    const page = await browser.context.newPage();
-    const errors = H.watchErrors(page);
-    await page.goto(H.fileUrl(dir, "page2.html"));
-    assert.equal(await page.locator(".lumActivity input[type=checkbox]").count(), 4);
-    assert.equal(await page.title(), "Check your understanding");
-    assert.deepEqual(errors, []);
-    await page.close();
-  });
-
-  test("keyboard alone works the outline and the page buttons", async () => {
-    const dir = H.copyModule("Lesson");
-    const page = await browser.context.newPage();
-    await page.goto(H.fileUrl(dir, "lessonframeset.html"));
-    await H.waitFor(async () => (await pageNum(page)) === "Page 1 of 3");
     await page.locator("#lumOutline a").nth(2).focus();
     await page.keyboard.press("Enter");
     await H.waitFor(async () => (await pageNum(page)) === "Page 3 of 3");
@@ -113,8 +82,21 @@ describe("lesson standalone", () => {
     await page.keyboard.press("Enter");
     await H.waitFor(async () => (await pageNum(page)) === "Page 2 of 3");
     // The focused control shows a visible outline.
-    const outline = await page.locator("#lumBack").evaluate((b) => getComputedStyle(b).outlineStyle);
-    assert.notEqual(outline, "none");
+    assert.notEqual(await page.locator("#lumBack").evaluate((b) => getComputedStyle(b).outlineStyle), "none");
+
+    // A page opened on its own still renders its activity.
+    await page.goto(H.fileUrl(dir, "page2.html"));
+    assert.equal(await page.locator(".lumActivity input[type=checkbox]").count(), 4);
+    assert.equal(await page.title(), "Check your understanding");
+    assert.deepEqual(errors, []);
     await page.close();
+  });
+
+  test("over HTTP: pages reach the frameset's player", async () => {
+    const server = await H.serve({ "/": H.copyModule("Lesson") });
+    const { page } = await lessonChecks(`${server.base}/lessonframeset.html`);
+    assert.equal(await page.frames()[1].evaluate(() => parentRef === window.parent.lumoraPlayer), true);
+    await page.close();
+    await server.close();
   });
 });

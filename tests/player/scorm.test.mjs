@@ -1,6 +1,8 @@
 // The three module types inside an LMS frame whose SCORM 1.2 API is scorm-again: what the LMS
 // receives, leaving and resuming, and an LMS that refuses to commit.
 import assert from "node:assert/strict";
+import fs from "node:fs";
+import path from "node:path";
 import { after, before, describe, test } from "node:test";
 import * as H from "./support/harness.mjs";
 import { firstLaunch, lmsState, lmsUrl, scormServer, strictViolations } from "./support/lms.mjs";
@@ -22,12 +24,20 @@ async function leave(page) {
 
 const sco = (page) => page.frameLocator("#sco");
 
+// Runs `body` over a fresh copy of `type` served beside the LMS page; go(data) (re)launches it.
+async function inLms(type, body) {
+  const dir = H.copyModule(type);
+  const server = await scormServer(dir);
+  const { page, errors } = await H.open(browser);
+  const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra));
+  await body({ dir, page, errors, go });
+  await page.close();
+  await server.close();
+}
+
 describe("SCORM 1.2", () => {
-  test("lesson: bookmark, resume and completion", async () => {
-    const dir = H.copyModule("Lesson");
-    const server = await scormServer(dir);
-    const page = await browser.context.newPage();
-    await page.goto(lmsUrl(server.base, "lessonframeset.html", firstLaunch()));
+  test("lesson: bookmark, resume and completion", () => inLms("Lesson", async ({ page, go }) => {
+    await go(firstLaunch());
     await sco(page).locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
     await sco(page).locator("#lumNext").click();
     await sco(page).locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
@@ -41,9 +51,8 @@ describe("SCORM 1.2", () => {
     assert.deepEqual(strictViolations(s.sets), []);
 
     // Re-entry: back on page 2, and seeing page 3 completes the lesson.
-    const resume = firstLaunch({ "cmi.core.entry": "resume", "cmi.core.lesson_status": "incomplete",
-      "cmi.core.lesson_location": s.last["cmi.core.lesson_location"], "cmi.suspend_data": s.last["cmi.suspend_data"] });
-    await page.goto(lmsUrl(server.base, "lessonframeset.html", resume));
+    await go(firstLaunch({ "cmi.core.entry": "resume", "cmi.core.lesson_status": "incomplete",
+      "cmi.core.lesson_location": s.last["cmi.core.lesson_location"], "cmi.suspend_data": s.last["cmi.suspend_data"] }));
     await sco(page).locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
     await sco(page).locator("#lumNext").click();
     await sco(page).locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
@@ -55,45 +64,29 @@ describe("SCORM 1.2", () => {
     assert.deepEqual(strictViolations(s.sets), []);
 
     // A completed lesson visited again is never set back to incomplete.
-    await page.goto(lmsUrl(server.base, "lessonframeset.html", firstLaunch({ "cmi.core.lesson_status": "completed", "cmi.core.entry": "" })));
+    await go(firstLaunch({ "cmi.core.lesson_status": "completed", "cmi.core.entry": "" }));
     await sco(page).locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
     s = await leave(page);
     assert.ok(!s.sets.some(([el, v]) => el === "cmi.core.lesson_status" && v !== "completed"));
-    await page.close();
-    await server.close();
-  });
+  }));
 
-  test("evaluation: answers, score against the mastery score, interactions, resume", async () => {
-    const dir = H.copyModule("Evaluation");
-    const data = H.readModule(dir, "Evaluation");
-    const key = new Map(data.arrQuestions.map((q) => [q.evalQuestion, q]));
-    const server = await scormServer(dir);
-    const page = await browser.context.newPage();
-    const errors = H.watchErrors(page);
-    await page.goto(lmsUrl(server.base, "poolframeset.html", firstLaunch({ "cmi.student_data.mastery_score": "80" })));
+  test("evaluation: answers, score against the mastery score, interactions, resume", () => inLms("Evaluation", async ({ dir, page, errors, go }) => {
+    const key = H.answerKey(dir);
+    const mastery = { "cmi.student_data.mastery_score": "80" };
+    await go(firstLaunch(mastery));
     const qs = sco(page).locator(".lumQ");
     await qs.first().waitFor();
     assert.equal(await qs.count(), 3);
 
     // Answer the first question right and leave; the answer comes back on re-entry.
-    const answer = async (i, right) => {
-      const q = qs.nth(i);
-      const item = key.get(await q.locator(".lumQuestion").innerHTML());
-      for (const o of item.evalDistractors) {
-        if (o.correct === right || (!right && o === item.evalDistractors.find((d) => !d.correct)))
-          await q.getByLabel(o.txtDisplay, { exact: true }).check();
-        if (!right && !o.correct) break;
-      }
-      return item;
-    };
-    const first = await answer(0, true);
+    const first = await H.answer(qs, key, 0);
     let s = await leave(page);
     assert.equal(s.last["cmi.core.lesson_status"], "incomplete");
     assert.equal(s.last["cmi.core.exit"], "suspend");
     assert.ok(!("cmi.core.score.raw" in s.last));
 
-    await page.goto(lmsUrl(server.base, "poolframeset.html", firstLaunch({ "cmi.student_data.mastery_score": "80",
-      "cmi.core.entry": "resume", "cmi.core.lesson_status": "incomplete", "cmi.suspend_data": s.last["cmi.suspend_data"] })));
+    await go(firstLaunch({ ...mastery, "cmi.core.entry": "resume", "cmi.core.lesson_status": "incomplete",
+      "cmi.suspend_data": s.last["cmi.suspend_data"] }));
     await qs.first().waitFor();
     assert.equal(await qs.first().locator(".lumQuestion").innerHTML(), first.evalQuestion);
     assert.equal(await qs.first().locator("input:checked").count(), first.evalDistractors.filter((d) => d.correct).length);
@@ -101,54 +94,41 @@ describe("SCORM 1.2", () => {
     // Submitting with questions open is refused and says which.
     await sco(page).getByRole("button", { name: "Submit" }).click();
     assert.match(await sco(page).locator("#lumMsg").textContent(), /Not yet answered: 2, 3\./);
-    await answer(1, false);
-    await answer(2, true);
+    const wrongItem = await H.answer(qs, key, 1, false);
+    await H.answer(qs, key, 2);
     await sco(page).getByRole("button", { name: "Submit" }).click();
     await sco(page).locator(".lumScore", { hasText: "Your score: 67%" }).waitFor();
     assert.match(await sco(page).locator("#lumResult").textContent(), /did not pass.*80%/);
     // The review: the wrongly chosen option's own rationale and the question's rationale.
-    const wrongItem = key.get(await qs.nth(1).locator(".lumQuestion").innerHTML());
     const review = await qs.nth(1).locator(".lumReview").textContent();
     assert.match(review, /Incorrect/);
-    const chosen = wrongItem.evalDistractors.find((d) => !d.correct);
-    if (chosen.incorrectRationale) assert.ok(review.includes(chosen.incorrectRationale));
+    assert.ok(review.includes(wrongItem.evalDistractors.find((d) => !d.correct).incorrectRationale));
     assert.ok(review.includes(wrongItem.evalRationale));
     assert.ok(await qs.nth(0).locator("input").first().isDisabled());
 
     s = await leave(page);
-    assert.equal(s.last["cmi.core.score.raw"], "67");
-    assert.equal(s.last["cmi.core.score.min"], "0");
-    assert.equal(s.last["cmi.core.score.max"], "100");
+    assert.deepEqual(["raw", "min", "max"].map((f) => s.last[`cmi.core.score.${f}`]), ["67", "0", "100"]);
     assert.equal(s.status, "failed");
     assert.equal(s.last["cmi.core.exit"], "");
-    const inter = s.sets.filter(([el]) => el.startsWith("cmi.interactions."));
-    assert.equal(inter.filter(([el]) => el.endsWith(".id")).length, 3);
-    assert.deepEqual(inter.filter(([el]) => el.endsWith(".type")).map(([, v]) => v), ["choice", "choice", "choice"]);
-    assert.deepEqual(inter.filter(([el]) => el.endsWith(".result")).map(([, v]) => v), ["correct", "wrong", "correct"]);
-    const firstPattern = first.evalDistractors.map((d, i) => (d.correct ? "0123456789"[i] : "")).filter(Boolean).join(",");
+    const inter = (end) => s.sets.filter(([el]) => el.startsWith("cmi.interactions.") && el.endsWith(end)).map(([, v]) => v);
+    assert.equal(inter(".id").length, 3);
+    assert.deepEqual(inter(".type"), ["choice", "choice", "choice"]);
+    assert.deepEqual(inter(".result"), ["correct", "wrong", "correct"]);
+    const firstPattern = first.evalDistractors.map((d, i) => (d.correct ? String(i) : "")).filter(Boolean).join(",");
     assert.equal(s.last["cmi.interactions.0.correct_responses.0.pattern"], firstPattern);
     assert.equal(s.last["cmi.interactions.0.student_response"], firstPattern);
     assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Evaluation);
     assert.deepEqual(strictViolations(s.sets), []);
     assert.deepEqual(errors, []);
-    await page.close();
-    await server.close();
-  });
+  }));
 
-  test("evaluation: all right passes; without a mastery score it is completed", async () => {
-    const dir = H.copyModule("Evaluation");
-    const data = H.readModule(dir, "Evaluation");
-    const key = new Map(data.arrQuestions.map((q) => [q.evalQuestion, q]));
-    const server = await scormServer(dir);
-    const page = await browser.context.newPage();
+  test("evaluation: all right passes; without a mastery score it is completed", () => inLms("Evaluation", async ({ dir, page, go }) => {
+    const key = H.answerKey(dir);
     for (const [mastery, status] of [["80", "passed"], ["", "completed"]]) {
-      await page.goto(lmsUrl(server.base, "poolframeset.html", firstLaunch(mastery ? { "cmi.student_data.mastery_score": mastery } : {})));
+      await go(firstLaunch(mastery ? { "cmi.student_data.mastery_score": mastery } : {}));
       const qs = sco(page).locator(".lumQ");
       await qs.first().waitFor();
-      for (let i = 0; i < 3; i++) {
-        const item = key.get(await qs.nth(i).locator(".lumQuestion").innerHTML());
-        for (const o of item.evalDistractors) if (o.correct) await qs.nth(i).getByLabel(o.txtDisplay, { exact: true }).check();
-      }
+      for (let i = 0; i < 3; i++) await H.answer(qs, key, i);
       await sco(page).getByRole("button", { name: "Submit" }).click();
       await sco(page).locator(".lumScore", { hasText: "Your score: 100%" }).waitFor();
       const s = await leave(page);
@@ -157,15 +137,10 @@ describe("SCORM 1.2", () => {
       assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Evaluation);
       assert.deepEqual(strictViolations(s.sets), []);
     }
-    await page.close();
-    await server.close();
-  });
+  }));
 
-  test("survey: one likert interaction per question, completed, thanks", async () => {
-    const dir = H.copyModule("Survey");
-    const server = await scormServer(dir);
-    const page = await browser.context.newPage();
-    await page.goto(lmsUrl(server.base, "surveyframeset.html", firstLaunch()));
+  test("survey: one likert interaction per question, completed, thanks", () => inLms("Survey", async ({ page, go }) => {
+    await go(firstLaunch());
     const qs = sco(page).locator(".lumQ");
     await qs.first().waitFor();
     const ratings = ["Excellent", "Below Average", "Poor"];
@@ -174,22 +149,16 @@ describe("SCORM 1.2", () => {
     await sco(page).locator("#lumResult", { hasText: "Thank you" }).waitFor();
     const s = await leave(page);
     assert.equal(s.status, "completed");
-    const inter = s.sets.filter(([el]) => el.startsWith("cmi.interactions."));
-    assert.deepEqual(inter.filter(([el]) => el.endsWith(".type")).map(([, v]) => v), ["likert", "likert", "likert"]);
-    assert.deepEqual(inter.filter(([el]) => el.endsWith(".student_response")).map(([, v]) => v), ["1", "4", "5"]);
-    assert.deepEqual(inter.filter(([el]) => el.endsWith(".result")).map(([, v]) => v), ["neutral", "neutral", "neutral"]);
+    const inter = (end) => s.sets.filter(([el]) => el.startsWith("cmi.interactions.") && el.endsWith(end)).map(([, v]) => v);
+    assert.deepEqual(inter(".type"), ["likert", "likert", "likert"]);
+    assert.deepEqual(inter(".student_response"), ["1", "4", "5"]);
+    assert.deepEqual(inter(".result"), ["neutral", "neutral", "neutral"]);
     assert.ok(s.last["cmi.suspend_data"].length <= CORE_WORST_CASE.Survey);
     assert.deepEqual(strictViolations(s.sets), []);
-    await page.close();
-    await server.close();
-  });
+  }));
 
-  test("an LMS whose commits fail does not stop the learner or lose the progress", async () => {
-    const dir = H.copyModule("Lesson");
-    const server = await scormServer(dir);
-    const page = await browser.context.newPage();
-    const errors = H.watchErrors(page);
-    await page.goto(lmsUrl(server.base, "lessonframeset.html", firstLaunch(), "&fail=commit"));
+  test("an LMS whose commits fail does not stop the learner or lose the progress", () => inLms("Lesson", async ({ page, errors, go }) => {
+    await go(firstLaunch(), "&fail=commit");
     await sco(page).locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
     await sco(page).locator("#lumNext").click();
     await sco(page).locator("#lumNext").click();
@@ -200,25 +169,17 @@ describe("SCORM 1.2", () => {
     assert.equal(s.last["cmi.core.lesson_location"], "2");
     assert.equal(s.status, "completed");
     assert.deepEqual(errors, []);
-    await page.close();
-    await server.close();
-  });
+  }));
 
-  test("useSCORM false never talks to the LMS", async () => {
-    const dir = H.copyModule("Survey");
-    const file = `${dir}/scripts/inc_Objectives.js`;
-    const fs = await import("node:fs");
+  test("useSCORM false never talks to the LMS", () => inLms("Survey", async ({ dir, page, go }) => {
+    const file = path.join(dir, "scripts", "inc_Objectives.js");
     fs.writeFileSync(file, fs.readFileSync(file, "utf8").replace("var useSCORM = true;", "var useSCORM = false;"));
-    const server = await scormServer(dir);
-    const page = await browser.context.newPage();
-    await page.goto(lmsUrl(server.base, "surveyframeset.html", firstLaunch()));
+    await go(firstLaunch());
     await sco(page).locator(".lumQ").first().waitFor();
     await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
     await page.waitForTimeout(200);
     const s = await lmsState(page);
     assert.equal(s.calls.LMSInitialize, undefined);
     assert.deepEqual(s.sets, []);
-    await page.close();
-    await server.close();
-  });
+  }));
 });

@@ -77,11 +77,26 @@ export function readModule(dir, type) {
   return ctx;
 }
 
-// Records the page's uncaught errors so a test can assert that the learner never saw one.
-export function watchErrors(page) {
+// A new page that records its uncaught errors, so a test can assert that the learner never saw
+// one; opened at `url` when given.
+export async function open(browser, url) {
+  const page = await browser.context.newPage();
   const errors = [];
   page.on("pageerror", (e) => errors.push(String(e)));
-  return errors;
+  if (url) await page.goto(url);
+  return { page, errors };
+}
+
+// The evaluation's questions by their text, as the player reads them from the module's scripts.
+export const answerKey = (dir) => new Map(readModule(dir, "Evaluation").arrQuestions.map((q) => [q.evalQuestion, q]));
+
+// Ticks the right options of the i-th question shown, or only its first wrong one.
+export async function answer(qs, key, i, right = true) {
+  const q = qs.nth(i);
+  const item = key.get(await q.locator(".lumQuestion").innerHTML());
+  const picks = right ? item.evalDistractors.filter((d) => d.correct) : [item.evalDistractors.find((d) => !d.correct)];
+  for (const o of picks) await q.getByLabel(o.txtDisplay, { exact: true }).check();
+  return item;
 }
 
 export async function waitFor(fn, timeout = 5000) {
