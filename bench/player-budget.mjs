@@ -8,7 +8,6 @@ import { fileURLToPath } from "node:url";
 const root = path.resolve(path.dirname(fileURLToPath(import.meta.url)), "..");
 if (process.argv[2]) process.env.LUMORA_DIST = path.resolve(process.argv[2]);
 const H = await import(path.join(root, "tests/player/support/harness.mjs"));
-const W = await import(path.join(root, "tests/player/support/writer.mjs"));
 
 const PLAYER = /^(scripts\/player-.*\.js|css\/.*\.css|images\/.*|[a-z]+frameset\.html)$/;
 function playerBytes(dir, rel = "") {
@@ -26,15 +25,42 @@ for (const type of ["Lesson", "Evaluation", "Survey"]) {
   console.log(`${type.padEnd(10)} player files: ${(bytes / 1024).toFixed(1)} KB (budget 100 KB) ${bytes <= 102400 ? "ok" : "OVER"}`);
 }
 
-// A 50-page lesson, each page with text and an activity.
+// A 50-page lesson, each page with text and one of ten activities, written in the lines the
+// tool's writer writes (CR LF, one statement a line) into a copy of the Lesson template.
 const dir = H.copyModule("Lesson");
-const skeleton = fs.readFileSync(path.join(dir, "page0.html"), "utf8");
-const pages = Array.from({ length: 50 }, (_, i) => ({ title: `Page ${i + 1}`,
-  content: `<H2>Page ${i + 1}</H2>\r\n<P>${"Text of the page. ".repeat(40)}</P>\r\n<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML(${(i % 10) + 1}));</SCRIPT>` }));
-const activities = Array.from({ length: 10 }, (_, i) => ({ text: `Question ${i + 1}`,
-  options: [{ text: "Right", correct: true }, { text: "Wrong" }, { text: "Also wrong" }], rationale: "Because." }));
-W.writeFiles(dir, W.lessonScripts({ title: "Fifty pages", copyright: "c", pages, glossary: [], activities }));
-W.writeLessonPages(dir, skeleton, pages);
+const CRLF = "\r\n";
+const skeleton = fs.readFileSync(path.join(dir, "page0.html"), "utf8").split(/\r?\n/);
+const info = ['var modTitle = "Fifty pages";', "var objLessonModule = new objLesson(window.modTitle);",
+  'var copyright = "c";', "var useSCORM = true;"];
+for (let i = 0; i < 50; i++) {
+  const content = `<H2>Page ${i + 1}</H2>${CRLF}<P>${"Text of the page. ".repeat(40)}</P>${CRLF}` +
+    `<SCRIPT language=JavaScript>document.write(parentRef.writeActivityHTML(${(i % 10) + 1}));</SCRIPT>`;
+  const lines = [];
+  let copying = true;
+  for (const line of skeleton) {
+    if (line.includes("</LUMApageContent>")) copying = true;
+    if (copying) lines.push(line);
+    if (line.includes("<LUMApageContent>")) { lines.push(content); copying = false; }
+  }
+  fs.writeFileSync(path.join(dir, `page${i}.html`), lines.join(CRLF));
+  info.push(`objLessonModule.addPage(objLessonModule.pages.length, "Page ${i + 1}");`);
+}
+info.push("", "var intNumPages = objLessonModule.pages.length;", "var topPage = intNumPages - 1;");
+fs.writeFileSync(path.join(dir, "scripts/inc_ModuleInfo.js"), info.join(CRLF) + CRLF);
+const qa = [];
+for (let i = 0; i < 10; i++) {
+  qa.push("ActID = arrActObjects.length;", "thisID = ActID+1;",
+    'arrActObjects[ActID] = new objActQuestion(thisID, "radio");',
+    `arrActObjects[ActID].actQuestion = "Question ${i + 1}";`);
+  ["Right", "Wrong", "Also wrong"].forEach((text, j) => qa.push(
+    "thisOpt = arrActObjects[ActID].actDistractors.length;",
+    `arrActObjects[ActID].addDistractor(${j === 0});`,
+    `arrActObjects[ActID].actDistractors[thisOpt].txtValue = "${j}";`,
+    `arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = "${text}";`));
+  qa.push('arrActObjects[ActID].actRationale = "Because.";');
+}
+fs.writeFileSync(path.join(dir, "scripts/inc_QAndA.js"), qa.join(CRLF) + CRLF);
+fs.writeFileSync(path.join(dir, "scripts/inc_Glossary.js"), "");
 
 const server = await H.serve({ "/": dir });
 const browser = await H.launch();
