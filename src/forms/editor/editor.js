@@ -285,6 +285,9 @@
             mutations.observe(document.body,
                 {childList: true, subtree: true, attributes: true, characterData: true});
             lastPushed = bodyHTML();
+            // Lay the page out now, while the author is still reading it, rather than at the
+            // first keystroke.
+            void document.body.getBoundingClientRect();
             return true;
         },
 
