@@ -189,20 +189,20 @@ void MainForm::btnPreview_Click() {
     frmPreview_->refreshPreview();
 }
 
-void MainForm::mnuHelpContents_Click() {
+void MainForm::showHelp(const char* helpLocation) {
     if (!frmHelp_)
         frmHelp_ = new HelpForm(session_, this);
     frmHelp_->show();
     frmHelp_->raise();
-    frmHelp_->refreshBrowser("offline");
+    frmHelp_->refreshBrowser(helpLocation);
+}
+
+void MainForm::mnuHelpContents_Click() {
+    showHelp("offline");
 }
 
 void MainForm::mnuHelpOnline_Click() {
-    if (!frmHelp_)
-        frmHelp_ = new HelpForm(session_, this);
-    frmHelp_->show();
-    frmHelp_->raise();
-    frmHelp_->refreshBrowser("online");
+    showHelp("online");
 }
 
 void MainForm::mnuAbout_Click() {

@@ -128,6 +128,8 @@ class MainForm : public QMainWindow {
     // MainForm.cpp
     void newModule(const char* type);
     bool saveWith(bool scorm);
+    // Shows the help viewer on "offline" (the installed help) or "online".
+    void showHelp(const char* helpLocation);
     // MainFormLayout.cpp
     void resolutionCheck();
     void placeEgg();
