@@ -27,6 +27,11 @@ foreach(target Templates/Lesson:LESSON Templates/Evaluation:QUIZ Templates/Surve
   file(MAKE_DIRECTORY ${DST}/${folder}/media)
 endforeach()
 
+# The help is itself a Lesson: its frameset is the Lesson template's, under the help's own name.
+if(EXISTS ${DST}/Help AND EXISTS ${SRC}/Templates/Lesson/lessonframeset.html)
+  file(COPY_FILE ${SRC}/Templates/Lesson/lessonframeset.html ${DST}/Help/lessonFrameset.html)
+endif()
+
 foreach(dict en_US.dic en_US.aff en_med_glut.dic)
   if(EXISTS /usr/share/hunspell/${dict} AND NOT EXISTS ${DST}/app/spelling/${dict})
     file(COPY /usr/share/hunspell/${dict} DESTINATION ${DST}/app/spelling)
