@@ -2,7 +2,7 @@
 // icon naming the file on the first line and the reason on the second.
 #pragma once
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 
 #include <filesystem>
 #include <string>

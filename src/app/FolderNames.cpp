@@ -1,7 +1,7 @@
 // Folder-name rules and the Save As path rewrite; see FolderNames.h.
 #include "app/FolderNames.h"
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 #include "storage/Paths.h"
 
 #include <algorithm>

@@ -38,6 +38,11 @@ ContentPaths Session::contentPaths() const {
     return ContentPaths{module.ModuleFolder, installFolder()};
 }
 
+ListContext Session::lists() {
+    return ListContext{module,      defaults,      contentPaths(), prompt,       CurrentPage,
+                       CurrentItem, CurrentOption, CurrentTerm,    ModuleChanged};
+}
+
 void Session::ResetModule() {
     module = defaults.module;
 }
@@ -57,15 +62,15 @@ bool Session::LoadModule() {
     LoadOutcome outcome = LoadModuleFiles(module, contentPaths());
     if (outcome.questionTextRead)
         markChanged();
-    dropBlankQuestions(*this);
+    dropBlankQuestions(lists());
     ReadStylesheetColours(module, StylesheetPath);
     ModuleLoaded = true;
     return true;
 }
 
 void Session::SaveModule() {
-    dropBlankQuestions(*this);
-    validateQuestions(*this);
+    dropBlankQuestions(lists());
+    validateQuestions(module, prompt);
     WriteModuleFiles(module, contentPaths());
     RemoveStalePageFiles(module);
     // The import files list the folder's files, so they are written after everything else.

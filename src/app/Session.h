@@ -3,8 +3,8 @@
 // session and hands it to every form by reference; tests create as many as they like.
 #pragma once
 
-#include "app/Prompt.h"
 #include "app/Services.h"
+#include "base/Prompt.h"
 #include "storage/CourseModule.h"
 
 #include <cstdint>
@@ -13,6 +13,7 @@
 namespace lumora {
 
 struct ContentPaths; // content/ContentForms.h
+struct ListContext;  // content/ListOps.h
 
 class Session {
   public:
@@ -49,6 +50,8 @@ class Session {
     // The installation folder without its trailing separator.
     std::string installFolder() const;
     ContentPaths contentPaths() const;
+    // The module, positions, defaults and prompt the list operations work on.
+    ListContext lists();
 
     void markChanged() { ModuleChanged = true; }
 

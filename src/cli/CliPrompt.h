@@ -2,7 +2,7 @@
 // answered from --yes, and the one input box a command needs is answered from its argument.
 #pragma once
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 
 #include <deque>
 #include <iosfwd>

@@ -75,7 +75,7 @@ int commandCheck(Session& session, const CliOptions& o, std::ostream&) {
     if (!openModule(session, o.operands[0]))
         return kRefused;
     const bool invalid = !invalidQuestionsMessage(session.module).empty();
-    validateQuestions(session);
+    validateQuestions(session.module, session.prompt);
     return invalid ? kRefused : kDone;
 }
 

@@ -5,7 +5,7 @@
 #include "platform/PackageExport.h"
 #include "storage/Paths.h"
 #include "storage/TextFile.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 #include <filesystem>
 #include <iostream>

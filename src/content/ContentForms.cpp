@@ -4,7 +4,7 @@
 
 #include "content/Normalize.h"
 #include "storage/Paths.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 namespace lumora {
 namespace {

@@ -2,10 +2,9 @@
 // every operation either keeps the numbers inside page content right or refuses.
 #include "content/ListOps.h"
 
-#include "app/Session.h"
+#include "base/TextUtil.h"
 #include "content/ContentForms.h"
 #include "content/Normalize.h"
-#include "storage/TextUtil.h"
 
 #include <utility>
 #include <vector>
@@ -22,8 +21,8 @@ std::string activityNumberSearch(int n) {
     return "QAndAStart.gif\">" + std::to_string(n) + "<IMG";
 }
 
-void noSelection(Session& session) {
-    session.prompt.message("No item is selected", "Error", Icon::Critical, Buttons::OK);
+void noSelection(const ListContext& ctx) {
+    ctx.prompt.message("No item is selected", "Error", Icon::Critical, Buttons::OK);
 }
 
 std::string indentedLines(const std::vector<std::string>& lines) {
@@ -66,35 +65,35 @@ std::vector<std::string> titlesOfPagesContaining(const CourseModule& module,
     return titles;
 }
 
-QAndAItem* currentItem(Session& session) {
-    auto index = static_cast<std::size_t>(session.CurrentItem);
-    if (session.CurrentItem < 0 || index >= session.module.questions.size())
+QAndAItem* currentItem(const ListContext& ctx) {
+    auto index = static_cast<std::size_t>(ctx.CurrentItem);
+    if (ctx.CurrentItem < 0 || index >= ctx.module.questions.size())
         return nullptr;
-    return &session.module.questions[index];
+    return &ctx.module.questions[index];
 }
 
-LessonPage blankPage(const Session& session, std::size_t position) {
-    LessonPage page = session.defaults.page;
+LessonPage blankPage(const ListContext& ctx, std::size_t position) {
+    LessonPage page = ctx.defaults.page;
     page.fileName = "page" + std::to_string(position) + ".html";
     return page;
 }
 
-QAndAItem blankQuestion(const Session& session, std::size_t position) {
-    QAndAItem item = session.module.moduleType == kSurvey ? session.defaults.surveyQuestion
-                                                          : session.defaults.item;
+QAndAItem blankQuestion(const ListContext& ctx, std::size_t position) {
+    QAndAItem item =
+        ctx.module.moduleType == kSurvey ? ctx.defaults.surveyQuestion : ctx.defaults.item;
     item.id = std::to_string(position + 1); // activities are numbered from 1
     return item;
 }
 
-GlossaryTerm blankTerm(const Session& session, std::size_t position) {
-    GlossaryTerm term = session.defaults.term;
+GlossaryTerm blankTerm(const ListContext& ctx, std::size_t position) {
+    GlossaryTerm term = ctx.defaults.term;
     term.id = std::to_string(position);
     return term;
 }
 
 // A new option carries the default flag and value but no text, so it reads as empty.
-QuestionOption blankOption(const Session& session) {
-    QuestionOption option = session.defaults.option;
+QuestionOption blankOption(const ListContext& ctx) {
+    QuestionOption option = ctx.defaults.option;
     option.txtDisplay.clear();
     return option;
 }
@@ -119,29 +118,29 @@ template <typename T> std::size_t slotForNew(const std::vector<T>& items) {
     return items.size();
 }
 
-std::size_t listCount(Session& session, ListKind kind) {
+std::size_t listCount(const ListContext& ctx, ListKind kind) {
     switch (kind) {
     case ListKind::Pages:
-        return session.module.pages.size();
+        return ctx.module.pages.size();
     case ListKind::Questions:
-        return session.module.questions.size();
+        return ctx.module.questions.size();
     case ListKind::Options: {
-        QAndAItem* item = currentItem(session);
+        QAndAItem* item = currentItem(ctx);
         return item ? item->options.size() : 0;
     }
     case ListKind::Terms:
-        return session.module.glossary.size();
+        return ctx.module.glossary.size();
     case ListKind::None:
         break;
     }
     return 0;
 }
 
-void deletePage(Session& session, std::size_t i) {
-    CourseModule& m = session.module;
+void deletePage(const ListContext& ctx, std::size_t i) {
+    CourseModule& m = ctx.module;
     auto linking = titlesOfPagesContaining(m, pageLinkSearch(static_cast<int>(i)), i);
     if (!linking.empty()) {
-        session.prompt.message(
+        ctx.prompt.message(
             std::string("The selected pages is the target of a link in another page.") + kCrLf +
                 "Please remove links to this page from the following:" + kCrLf +
                 indentedLines(linking),
@@ -150,20 +149,20 @@ void deletePage(Session& session, std::size_t i) {
     }
     // Links to later pages keep their numbers: only links to the deleted page are refused.
     const std::size_t oldCount = m.pages.size();
-    removeKeepingOne(m.pages, i, blankPage(session, 0));
-    session.CurrentPage = positionAfterRemoval(i, oldCount);
+    removeKeepingOne(m.pages, i, blankPage(ctx, 0));
+    ctx.CurrentPage = positionAfterRemoval(i, oldCount);
 }
 
-void deleteQuestion(Session& session, std::size_t i) {
-    CourseModule& m = session.module;
+void deleteQuestion(const ListContext& ctx, std::size_t i) {
+    CourseModule& m = ctx.module;
     const std::size_t oldCount = m.questions.size();
-    removeKeepingOne(m.questions, i, blankQuestion(session, 0));
-    session.CurrentItem = positionAfterRemoval(i, oldCount);
+    removeKeepingOne(m.questions, i, blankQuestion(ctx, 0));
+    ctx.CurrentItem = positionAfterRemoval(i, oldCount);
     if (m.moduleType != kLesson)
         return;
 
     const int deleted = static_cast<int>(i) + 1;
-    const std::string placeholder = activityPlaceholder(session.contentPaths(), deleted);
+    const std::string placeholder = activityPlaceholder(ctx.paths, deleted);
     for (LessonPage& page : m.pages) {
         std::string html = replaceAll(std::move(page.content), placeholder, "");
         // Increasing order: a reference just renumbered to k-1 is never met again.
@@ -174,26 +173,26 @@ void deleteQuestion(Session& session, std::size_t i) {
     }
 }
 
-void deleteOption(Session& session, std::size_t i) {
-    QAndAItem* item = currentItem(session);
+void deleteOption(const ListContext& ctx, std::size_t i) {
+    QAndAItem* item = currentItem(ctx);
     const std::size_t oldCount = item->options.size();
-    removeKeepingOne(item->options, i, blankOption(session));
-    session.CurrentOption = positionAfterRemoval(i, oldCount);
+    removeKeepingOne(item->options, i, blankOption(ctx));
+    ctx.CurrentOption = positionAfterRemoval(i, oldCount);
 }
 
-void deleteTerm(Session& session, std::size_t i) {
-    CourseModule& m = session.module;
+void deleteTerm(const ListContext& ctx, std::size_t i) {
+    CourseModule& m = ctx.module;
     auto linking = titlesOfPagesContaining(m, termLinkSearch(static_cast<int>(i)), m.pages.size());
     if (!linking.empty()) {
-        session.prompt.message(std::string("The selected term is currently in use.") + kCrLf +
-                                   "Please remove links to this term from the following pages:" +
-                                   kCrLf + indentedLines(linking),
-                               "Error", Icon::Exclamation, Buttons::OK);
+        ctx.prompt.message(std::string("The selected term is currently in use.") + kCrLf +
+                               "Please remove links to this term from the following pages:" +
+                               kCrLf + indentedLines(linking),
+                           "Error", Icon::Exclamation, Buttons::OK);
         return;
     }
     const std::size_t oldCount = m.glossary.size();
-    removeKeepingOne(m.glossary, i, blankTerm(session, 0));
-    session.CurrentTerm = positionAfterRemoval(i, oldCount);
+    removeKeepingOne(m.glossary, i, blankTerm(ctx, 0));
+    ctx.CurrentTerm = positionAfterRemoval(i, oldCount);
 }
 
 void swapPageLinks(CourseModule& module, int a, int b) {
@@ -203,28 +202,28 @@ void swapPageLinks(CourseModule& module, int a, int b) {
 }
 
 // Exchanges items i and j of the list; for pages also every link between them.
-void swapItems(Session& session, ListKind kind, std::size_t i, std::size_t j) {
-    CourseModule& m = session.module;
+void swapItems(const ListContext& ctx, ListKind kind, std::size_t i, std::size_t j) {
+    CourseModule& m = ctx.module;
     const auto target = static_cast<std::int16_t>(j);
     switch (kind) {
     case ListKind::Pages:
         swapPageLinks(m, static_cast<int>(j), static_cast<int>(i));
         std::swap(m.pages[i], m.pages[j]);
-        session.CurrentPage = target;
+        ctx.CurrentPage = target;
         break;
     case ListKind::Questions:
         std::swap(m.questions[i], m.questions[j]);
-        session.CurrentItem = target;
+        ctx.CurrentItem = target;
         break;
     case ListKind::Options: {
-        QAndAItem* item = currentItem(session);
+        QAndAItem* item = currentItem(ctx);
         std::swap(item->options[i], item->options[j]);
-        session.CurrentOption = target;
+        ctx.CurrentOption = target;
         break;
     }
     case ListKind::Terms:
         std::swap(m.glossary[i], m.glossary[j]);
-        session.CurrentTerm = target;
+        ctx.CurrentTerm = target;
         break;
     case ListKind::None:
         break;
@@ -232,12 +231,12 @@ void swapItems(Session& session, ListKind kind, std::size_t i, std::size_t j) {
 }
 
 // Shared opening of every operation: the list is known and the selection lies inside it.
-bool selectionInList(Session& session, ListKind kind, int selected) {
+bool selectionInList(const ListContext& ctx, ListKind kind, int selected) {
     if (selected < 0) {
-        noSelection(session);
+        noSelection(ctx);
         return false;
     }
-    return kind != ListKind::None && static_cast<std::size_t>(selected) < listCount(session, kind);
+    return kind != ListKind::None && static_cast<std::size_t>(selected) < listCount(ctx, kind);
 }
 
 } // namespace
@@ -269,61 +268,61 @@ std::string termLinkSearch(int term) {
     return "showGlossaryPopup('" + std::to_string(term) + "',";
 }
 
-void deleteListItem(Session& session, const std::string& listName, int selected) {
+void deleteListItem(const ListContext& ctx, const std::string& listName, int selected) {
     const ListKind kind = listKindFromName(listName);
-    if (selectionInList(session, kind, selected) &&
-        session.prompt.ask("Are you sure you want to delete the selected item?", "Confirm Delete",
-                           Icon::Question)) {
+    if (selectionInList(ctx, kind, selected) &&
+        ctx.prompt.ask("Are you sure you want to delete the selected item?", "Confirm Delete",
+                       Icon::Question)) {
         const auto i = static_cast<std::size_t>(selected);
         switch (kind) {
         case ListKind::Pages:
-            deletePage(session, i);
+            deletePage(ctx, i);
             break;
         case ListKind::Questions:
-            deleteQuestion(session, i);
+            deleteQuestion(ctx, i);
             break;
         case ListKind::Options:
-            deleteOption(session, i);
+            deleteOption(ctx, i);
             break;
         case ListKind::Terms:
-            deleteTerm(session, i);
+            deleteTerm(ctx, i);
             break;
         case ListKind::None:
             break;
         }
     }
-    session.markChanged();
+    ctx.markChanged();
 }
 
-void moveListItemUp(Session& session, const std::string& listName, int selected) {
+void moveListItemUp(const ListContext& ctx, const std::string& listName, int selected) {
     const ListKind kind = listKindFromName(listName);
     if (selected >= 0 && selected < 1) {
-        session.prompt.message("You cannot move any higher", "Error", Icon::Critical, Buttons::OK);
-    } else if (selectionInList(session, kind, selected)) {
+        ctx.prompt.message("You cannot move any higher", "Error", Icon::Critical, Buttons::OK);
+    } else if (selectionInList(ctx, kind, selected)) {
         const auto i = static_cast<std::size_t>(selected);
-        swapItems(session, kind, i, i - 1);
-        if (kind == ListKind::Questions && session.module.moduleType == kLesson) {
+        swapItems(ctx, kind, i, i - 1);
+        if (kind == ListKind::Questions && ctx.module.moduleType == kLesson) {
             // The moved activity's old number i+1 becomes i, and i becomes i+1.
             const std::string moved = activityNumberSearch(selected + 1);
             const std::string displaced = activityNumberSearch(selected);
-            for (LessonPage& page : session.module.pages)
+            for (LessonPage& page : ctx.module.pages)
                 page.content =
                     swapTexts(std::move(page.content), moved, displaced, kActivityMarker);
         }
     }
-    session.markChanged();
+    ctx.markChanged();
 }
 
-void moveListItemDown(Session& session, const std::string& listName, int selected) {
+void moveListItemDown(const ListContext& ctx, const std::string& listName, int selected) {
     const ListKind kind = listKindFromName(listName);
-    if (selected >= 0 && static_cast<std::size_t>(selected) + 1 >= listCount(session, kind)) {
-        session.prompt.message("You cannot move any lower", "Error", Icon::Critical, Buttons::OK);
-    } else if (selectionInList(session, kind, selected)) {
+    if (selected >= 0 && static_cast<std::size_t>(selected) + 1 >= listCount(ctx, kind)) {
+        ctx.prompt.message("You cannot move any lower", "Error", Icon::Critical, Buttons::OK);
+    } else if (selectionInList(ctx, kind, selected)) {
         // Activity placeholders are deliberately left alone on a move down.
         const auto i = static_cast<std::size_t>(selected);
-        swapItems(session, kind, i, i + 1);
+        swapItems(ctx, kind, i, i + 1);
     }
-    session.markChanged();
+    ctx.markChanged();
 }
 
 // Puts a blank record made by `make(position)` at the end of the list (or over a trailing blank
@@ -335,35 +334,35 @@ template <class T, class Make> std::int16_t appendBlank(std::vector<T>& list, Ma
     return static_cast<std::int16_t>(n);
 }
 
-void addBlankPage(Session& session) {
-    session.CurrentPage =
-        appendBlank(session.module.pages, [&](std::size_t n) { return blankPage(session, n); });
-    session.markChanged();
+void addBlankPage(const ListContext& ctx) {
+    ctx.CurrentPage =
+        appendBlank(ctx.module.pages, [&](std::size_t n) { return blankPage(ctx, n); });
+    ctx.markChanged();
 }
 
-void addBlankQuestion(Session& session) {
-    session.CurrentItem = appendBlank(session.module.questions,
-                                      [&](std::size_t n) { return blankQuestion(session, n); });
-    session.markChanged();
+void addBlankQuestion(const ListContext& ctx) {
+    ctx.CurrentItem =
+        appendBlank(ctx.module.questions, [&](std::size_t n) { return blankQuestion(ctx, n); });
+    ctx.markChanged();
 }
 
-void addBlankOption(Session& session) {
-    QAndAItem* item = currentItem(session);
+void addBlankOption(const ListContext& ctx) {
+    QAndAItem* item = currentItem(ctx);
     if (!item)
         return;
-    session.CurrentOption =
-        appendBlank(item->options, [&](std::size_t) { return session.defaults.option; });
-    session.markChanged();
+    ctx.CurrentOption =
+        appendBlank(item->options, [&](std::size_t) { return ctx.defaults.option; });
+    ctx.markChanged();
 }
 
-void addBlankTerm(Session& session) {
-    session.CurrentTerm =
-        appendBlank(session.module.glossary, [&](std::size_t n) { return blankTerm(session, n); });
-    session.markChanged();
+void addBlankTerm(const ListContext& ctx) {
+    ctx.CurrentTerm =
+        appendBlank(ctx.module.glossary, [&](std::size_t n) { return blankTerm(ctx, n); });
+    ctx.markChanged();
 }
 
-void dropBlankQuestions(Session& session) {
-    auto& questions = session.module.questions;
+void dropBlankQuestions(const ListContext& ctx) {
+    auto& questions = ctx.module.questions;
     std::vector<QAndAItem> kept;
     kept.reserve(questions.size());
     for (QAndAItem& item : questions) {
@@ -377,10 +376,10 @@ void dropBlankQuestions(Session& session) {
         kept.push_back(std::move(questions.front()));
     questions = std::move(kept);
     if (questions.empty())
-        questions.push_back(session.defaults.item);
+        questions.push_back(ctx.defaults.item);
     const auto last = static_cast<std::int16_t>(questions.size() - 1);
-    if (session.CurrentItem > last)
-        session.CurrentItem = last;
+    if (ctx.CurrentItem > last)
+        ctx.CurrentItem = last;
 }
 
 } // namespace lumora

@@ -2,7 +2,7 @@
 // entities for the nineteen characters that must survive a script string and any code page.
 #include "content/Normalize.h"
 
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 #include <array>
 #include <cstring>

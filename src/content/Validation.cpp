@@ -2,8 +2,7 @@
 // between option records and check boxes.
 #include "content/Validation.h"
 
-#include "app/Session.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 namespace lumora {
 
@@ -44,11 +43,11 @@ std::string invalidQuestionsMessage(const CourseModule& module) {
            kCrLf + "Please revisit the following questions:" + kCrLf + "     " + numbers;
 }
 
-void validateQuestions(Session& session) {
+void validateQuestions(const CourseModule& module, Prompt& prompt) {
     // Only a warning: the save goes on whatever the author answers.
-    const std::string text = invalidQuestionsMessage(session.module);
+    const std::string text = invalidQuestionsMessage(module);
     if (!text.empty())
-        session.prompt.message(text, "Error", Icon::Exclamation, Buttons::OK);
+        prompt.message(text, "Error", Icon::Exclamation, Buttons::OK);
 }
 
 std::string surveyScaleWord(std::int16_t rating) {

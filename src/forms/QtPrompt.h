@@ -2,7 +2,7 @@
 // dialogs, each with the title, icon and buttons the caller asked for.
 #pragma once
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 
 #include <QString>
 

@@ -8,7 +8,7 @@
 #include "storage/Paths.h"
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 #include "storage/UnchangedFiles.h"
 
 #include <filesystem>

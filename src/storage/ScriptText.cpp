@@ -2,7 +2,7 @@
 // applies, the unescape and value cutter the loader applies, and the colour and page-name rules.
 #include "storage/ScriptText.h"
 
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 namespace lumora {
 

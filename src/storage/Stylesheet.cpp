@@ -5,7 +5,7 @@
 #include "storage/Paths.h"
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 #include <array>
 #include <filesystem>

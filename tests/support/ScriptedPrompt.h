@@ -3,7 +3,7 @@
 // cancels an input.
 #pragma once
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 #include "app/Services.h"
 
 #include <deque>

@@ -2,7 +2,7 @@
 #include "forms/main/ListTexts.h"
 
 #include "content/Normalize.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 namespace lumora {
 

@@ -2,7 +2,7 @@
 // editors every pixel the form gains; this file keeps the rules that layouts cannot express.
 #include "forms/main/MainForm.h"
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 #include "app/Session.h"
 #include "app/Startup.h"
 #include "forms/main/ListTexts.h"

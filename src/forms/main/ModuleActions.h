@@ -3,7 +3,7 @@
 // module the author was working on is never lost to it.
 #pragma once
 
-#include "app/Prompt.h"
+#include "base/Prompt.h"
 #include "app/Session.h"
 
 #include <functional>

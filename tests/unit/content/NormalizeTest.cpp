@@ -2,7 +2,7 @@
 // nineteen characters turned into entities.
 #include "content/Normalize.h"
 
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,6 @@
 #include "content/Validation.h"
 #include "content/Colors.h"
 
-#include "app/Session.h"
 #include "support/ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
@@ -56,19 +55,17 @@ TEST(QuestionValidation, MessageListsInvalidNumbersWordForWord) {
 
 TEST(QuestionValidation, ValidateShowsTheWarningOnlyWhenNeeded) {
     testing::ScriptedPrompt prompt;
-    NullRegistry registry;
-    testing::FakeProcessStarter processes;
-    Session session{prompt, registry, processes};
-    session.module.questions = {question("radio", {"true"}), question("radio", {"true", "true"})};
-    validateQuestions(session);
+    CourseModule module;
+    module.questions = {question("radio", {"true"}), question("radio", {"true", "true"})};
+    validateQuestions(module, prompt);
     ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(prompt.messages[0].title, "Error");
     EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
     EXPECT_EQ(prompt.messages[0].buttons, Buttons::OK);
     EXPECT_TRUE(prompt.messages[0].text.ends_with("\r\n     2"));
 
-    session.module.questions.pop_back();
-    validateQuestions(session);
+    module.questions.pop_back();
+    validateQuestions(module, prompt);
     EXPECT_EQ(prompt.messages.size(), 1u);
 }
 

@@ -3,7 +3,7 @@
 
 #include "storage/ModuleWriter.h"
 #include "storage/TextFile.h"
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 namespace lumora::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 // The replace-all primitive under every content rewrite: scanning rules and boundaries.
-#include "storage/TextUtil.h"
+#include "base/TextUtil.h"
 
 #include <gtest/gtest.h>
 
