@@ -4,9 +4,14 @@
 file(MAKE_DIRECTORY ${DST}/app/spelling)
 foreach(part Templates app Help)
   if(EXISTS ${SRC}/${part})
-    file(COPY ${SRC}/${part} DESTINATION ${DST})
+    # The user dictionary holds the words the author added: it is staged empty once and never
+    # overwritten, or every build would forget them.
+    file(COPY ${SRC}/${part} DESTINATION ${DST} PATTERN userdic.dic EXCLUDE)
   endif()
 endforeach()
+if(EXISTS ${SRC}/app/spelling/userdic.dic AND NOT EXISTS ${DST}/app/spelling/userdic.dic)
+  file(COPY ${SRC}/app/spelling/userdic.dic DESTINATION ${DST}/app/spelling)
+endif()
 
 # Which player parts each module folder carries: every module the common part (scripts, styles,
 # pictures), a Lesson (and the help, itself a Lesson) the page player, the others the quiz player.
