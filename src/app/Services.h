@@ -43,6 +43,13 @@ class SpellingEngine {
     virtual void setHelpFile(const std::string& path) = 0;
     // Whether preparation left the engine able to check text.
     virtual bool available() const = 0;
+
+    // What a spell check asks once the engine is prepared. Words are UTF-8.
+    virtual bool check(const std::string& word) = 0; // true: spelt correctly
+    virtual std::vector<std::string> suggest(const std::string& word) = 0;
+    // Accepts the word from now on and keeps it in the user dictionary for later runs;
+    // throws FileError when the dictionary cannot be written (the word is still accepted).
+    virtual void addToUserDictionary(const std::string& word) = 0;
 };
 
 // Services that hold nothing: no registry keys, no process started, no engine.

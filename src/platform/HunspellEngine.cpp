@@ -6,7 +6,12 @@
 
 #include <hunspell.hxx>
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace lumora {
@@ -44,7 +49,58 @@ std::string affixFileFor(const std::string& folder, const std::string& dicName) 
     return joinPath(folder, kStandardAffixes);
 }
 
+// Hunspell reads its rules from a file only, when a dictionary is opened and again for each
+// one added, so the tuned rules are written to a temporary file that lives while the lexicon
+// list is loaded. Should writing fail, the rules as they stand are used.
+class TunedRules {
+  public:
+    explicit TunedRules(const std::string& aff) : path_(aff) {
+        static std::atomic<int> counter{0};
+        const std::filesystem::path tuned =
+            std::filesystem::temp_directory_path() / ("lumora-rules-" + std::to_string(::getpid()) +
+                                                      "-" + std::to_string(counter++) + ".aff");
+        try {
+            writeFileAtomically(tuned.string(), interactiveAffixRules(readFileBytes(aff)));
+            path_ = tuned.string();
+            temporary_ = true;
+        } catch (const std::exception&) {
+        }
+    }
+    ~TunedRules() {
+        std::error_code ec;
+        if (temporary_)
+            std::filesystem::remove(path_, ec);
+    }
+    TunedRules(const TunedRules&) = delete;
+    TunedRules& operator=(const TunedRules&) = delete;
+    const std::string& path() const { return path_; }
+
+  private:
+    std::string path_;
+    bool temporary_ = false;
+};
+
+bool startsWith(const std::string& line, const char* prefix) {
+    return line.compare(0, std::char_traits<char>::length(prefix), prefix) == 0;
+}
+
 } // namespace
+
+std::string interactiveAffixRules(const std::string& rules) {
+    std::string out;
+    out.reserve(rules.size() + 32);
+    std::size_t start = 0;
+    while (start < rules.size()) {
+        const std::size_t end = std::min(rules.find('\n', start), rules.size());
+        const std::string line = rules.substr(start, end - start);
+        if (!startsWith(line, "COMPOUND") && !startsWith(line, "MAXNGRAMSUGS")) {
+            out += line;
+            out += '\n';
+        }
+        start = end + 1;
+    }
+    return out + "MAXNGRAMSUGS 0\n";
+}
 
 HunspellEngine::HunspellEngine() = default;
 HunspellEngine::~HunspellEngine() = default;
@@ -65,6 +121,7 @@ void HunspellEngine::setMainLexPath(const std::string& folder) {
 void HunspellEngine::setMainLexFiles(const std::string& names) {
     hunspell_.reset();
     loaded_.clear();
+    std::optional<TunedRules> rules;
     for (const std::string& name : splitNames(names)) {
         const std::string dic = joinPath(folder_, name);
         if (!isFile(dic))
@@ -73,7 +130,8 @@ void HunspellEngine::setMainLexFiles(const std::string& names) {
             const std::string aff = affixFileFor(folder_, name);
             if (!isFile(aff))
                 continue;
-            hunspell_ = std::make_unique<Hunspell>(aff.c_str(), dic.c_str());
+            rules.emplace(aff);
+            hunspell_ = std::make_unique<Hunspell>(rules->path().c_str(), dic.c_str());
         } else if (hunspell_->add_dic(dic.c_str()) != 0) {
             continue;
         }
@@ -127,6 +185,8 @@ void HunspellEngine::addToUserDictionary(const std::string& word) {
             if (!lines[i].empty())
                 words.push_back(lines[i]);
     }
+    if (std::find(words.begin(), words.end(), word) != words.end())
+        return;
     words.push_back(word);
     std::string text = std::to_string(words.size()) + "\n";
     for (const std::string& w : words)

@@ -1,6 +1,7 @@
 // The spelling engine over Hunspell. Start-up names the lexicon files; the first one found
 // (the standard dictionary) is opened with its affix rules, and the medical, legal and user
-// lists are added on top of it, read with the same rules.
+// lists are added on top of it, read with the same rules. The rules are tuned for checking
+// while the author waits: see interactiveAffixRules.
 #pragma once
 
 #include "app/Services.h"
@@ -28,11 +29,13 @@ class HunspellEngine : public SpellingEngine {
 
     // True for a correctly spelt word. With markup skipping on, a tag ("<B>") or an entity
     // ("&nbsp;") counts as correct. Without a dictionary nothing can be doubted: true.
-    bool check(const std::string& word);
-    std::vector<std::string> suggest(const std::string& word);
+    bool check(const std::string& word) override;
+    // Corrections within a few edits of the word (Hunspell's replacement table, swapped,
+    // missing, extra and wrong letters, split words); see affix rules in HunspellEngine.cpp.
+    std::vector<std::string> suggest(const std::string& word) override;
     // Accepts the word from now on and appends it to the user dictionary ("userdic.dic" in
     // the lexicon folder), keeping the dictionary's word count on its first line current.
-    void addToUserDictionary(const std::string& word);
+    void addToUserDictionary(const std::string& word) override;
 
     // The dictionaries actually loaded, in order (for About's list and diagnostics).
     const std::vector<std::string>& loadedFiles() const { return loaded_; }
@@ -48,5 +51,13 @@ class HunspellEngine : public SpellingEngine {
 
 // True for a tag ("<...>") or an entity ("&...;"), the markup the engine may skip.
 bool isMarkupToken(const std::string& word);
+
+// Affix rules as the engine opens them. Two parts of Hunspell's search for suggestions cost
+// hundreds of milliseconds a word over the standard and medical dictionaries: the n-gram
+// comparison with every dictionary entry and compound forms. The rules drop both (the only
+// compounds of the English rules are ordinal numbers, and words with digits are never
+// checked); suggestions within a few edits of the word, which hold the right one for common
+// misspellings, remain.
+std::string interactiveAffixRules(const std::string& rules);
 
 } // namespace lumora

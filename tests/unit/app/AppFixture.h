@@ -61,6 +61,9 @@ class RecordingSpellingEngine : public SpellingEngine {
     }
     void setHelpFile(const std::string& path) override { calls.push_back("setHelpFile " + path); }
     bool available() const override { return ready; }
+    bool check(const std::string&) override { return true; }
+    std::vector<std::string> suggest(const std::string&) override { return {}; }
+    void addToUserDictionary(const std::string&) override {}
 };
 
 class AppTest : public ::testing::Test {

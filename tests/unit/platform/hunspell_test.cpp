@@ -70,6 +70,7 @@ TEST_F(HunspellTest, AddedWordsAreAcceptedAndKeptInTheUserDictionary) {
     ASSERT_FALSE(engine.check("Lumoran"));
     engine.addToUserDictionary("Lumoran");
     engine.addToUserDictionary("zorbling");
+    engine.addToUserDictionary("Lumoran"); // kept once
     EXPECT_TRUE(engine.check("Lumoran"));
     EXPECT_EQ(testing::readBytes(folder / "userdic.dic"), "2\nLumoran\nzorbling\n");
 
