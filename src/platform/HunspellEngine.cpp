@@ -80,6 +80,16 @@ class TunedRules {
     bool temporary_ = false;
 };
 
+// True when `a` is `b` with two neighbouring bytes exchanged.
+bool isSwapOf(const std::string& a, const std::string& b) {
+    if (a.size() != b.size())
+        return false;
+    const auto diff = std::mismatch(a.begin(), a.end(), b.begin());
+    const auto i = static_cast<std::size_t>(diff.first - a.begin());
+    return i + 1 < a.size() && a[i] == b[i + 1] && a[i + 1] == b[i] &&
+           a.compare(i + 2, std::string::npos, b, i + 2) == 0;
+}
+
 bool startsWith(const std::string& line, const char* prefix) {
     return line.compare(0, std::char_traits<char>::length(prefix), prefix) == 0;
 }
@@ -165,7 +175,13 @@ bool HunspellEngine::check(const std::string& word) {
 std::vector<std::string> HunspellEngine::suggest(const std::string& word) {
     if (!hunspell_)
         return {};
-    return hunspell_->suggest(word);
+    std::vector<std::string> suggestions = hunspell_->suggest(word);
+    // Two letters typed the wrong way round is the commonest slip ("Teh"), yet for a
+    // capitalised word Hunspell lists its fix after the shorter words it finds: put such
+    // fixes first, keeping Hunspell's order otherwise.
+    std::stable_partition(suggestions.begin(), suggestions.end(),
+                          [&](const std::string& s) { return isSwapOf(s, word); });
+    return suggestions;
 }
 
 void HunspellEngine::addToUserDictionary(const std::string& word) {

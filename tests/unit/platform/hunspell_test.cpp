@@ -43,6 +43,9 @@ TEST_F(HunspellTest, StandardDictionaryFlagsMisspeltWordsSuggestsAndSkipsMarkup)
     EXPECT_FALSE(engine.check("modulle"));
     const auto suggestions = engine.suggest("modulle");
     EXPECT_NE(std::find(suggestions.begin(), suggestions.end(), "module"), suggestions.end());
+    // Two letters the wrong way round come first, also in a capitalised word.
+    ASSERT_FALSE(engine.suggest("Teh").empty());
+    EXPECT_EQ(engine.suggest("Teh").front(), "The");
 
     // Preparing sets the option (0x200000) that skips tags and entities.
     EXPECT_TRUE(engine.check("<BLOCKQUOTE>"));
