@@ -20,9 +20,10 @@ class SpellCheckRun {
     // True for a word the engine accepts.
     using Check = std::function<bool(const std::string& word)>;
 
-    // Corrections may make the block at most this many characters longer, as the engine's
-    // buffer allowed. What a correction adds beyond it is cut off the correction itself, so
-    // the rest of the block, its markup above all, always comes back whole.
+    // Corrections together may make the block at most this many characters (not bytes)
+    // longer; a shorter correction gives room back. What a correction would add beyond that is
+    // cut off the correction itself, so the rest of the block, its markup above all, always
+    // comes back whole.
     static constexpr long kRoomToGrow = 200;
 
     // In HTML mode only the words a reader sees are checked, and a correction is written as

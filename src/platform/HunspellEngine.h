@@ -53,7 +53,7 @@ class HunspellEngine : public SpellingEngine {
 bool isMarkupToken(const std::string& word);
 
 // Affix rules as the engine opens them. Two parts of Hunspell's search for suggestions cost
-// hundreds of milliseconds a word over the standard and medical dictionaries: the n-gram
+// around a hundred milliseconds a word over the standard and medical dictionaries: the n-gram
 // comparison with every dictionary entry and compound forms. The rules drop both (the only
 // compounds of the English rules are ordinal numbers, and words with digits are never
 // checked); suggestions within a few edits of the word, which hold the right one for common
