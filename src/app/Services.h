@@ -1,5 +1,6 @@
-// The seams between the core and the machine it runs on: the registry, starting programs and
-// the spelling engine. Real implementations live in src/platform; tests use fakes.
+// The seams between the core and the machine it runs on: the registry, processes (starting
+// programs, and telling whether one still runs) and the spelling engine. Real implementations live
+// in src/platform; tests use fakes.
 #pragma once
 
 #include <cstdint>
@@ -29,6 +30,11 @@ class ProcessStarter {
     virtual ~ProcessStarter() = default;
     // Starts a command line without waiting for it; returns the process id, 0 on failure.
     virtual long start(const std::string& commandLine, bool hidden) = 0;
+    // This process and the machine it runs on, as a module's lock file records them.
+    virtual long currentProcessId() = 0;
+    virtual std::string hostName() = 0;
+    // Whether a process of this machine with that id still runs.
+    virtual bool isRunning(long pid) = 0;
 };
 
 // The spelling engine as start-up prepares it.

@@ -10,6 +10,8 @@
 #include "storage/Stylesheet.h"
 #include "storage/SuspendData.h"
 
+#include <optional>
+
 namespace lumora {
 
 Session::Session(Prompt& p, Registry& r, ProcessStarter& ps, SpellingEngine* s)
@@ -52,6 +54,18 @@ bool Session::LoadModule() {
         prompt.message("No Module is in memory", "Error", Icon::Critical, Buttons::OK);
         return false;
     }
+    // The new folder's lock is taken first and the old one kept until the load succeeded, so
+    // a refused or failed load leaves the open module held.
+    const std::string folder = joinPath(WorkspaceFolder, module.folderName);
+    std::optional<ModuleLock> claimed;
+    if (moduleLock.folder() != folder) {
+        ModuleLock::Attempt attempt = ModuleLock::take(folder, processes);
+        if (attempt.heldBy) {
+            prompt.error(moduleOpenElsewhereText(module.folderName, folder, *attempt.heldBy));
+            return false;
+        }
+        claimed = std::move(attempt.lock);
+    }
     CurrentPage = CurrentItem = CurrentOption = CurrentTerm = 0;
     NewModuleType = module.moduleType;
     module.ModuleFolder = joinPath(WorkspaceFolder, module.folderName);
@@ -64,6 +78,8 @@ bool Session::LoadModule() {
         markChanged();
     dropBlankQuestions(lists());
     ReadStylesheetColours(module, StylesheetPath);
+    if (claimed)
+        moduleLock = std::move(*claimed);
     ModuleLoaded = true;
     return true;
 }

@@ -3,6 +3,7 @@
 // session and hands it to every form by reference; tests create as many as they like.
 #pragma once
 
+#include "app/ModuleLock.h"
 #include "app/Services.h"
 #include "base/Prompt.h"
 #include "storage/CourseModule.h"
@@ -37,6 +38,8 @@ class Session {
     std::int16_t CurrentOption = 0;
     std::int16_t CurrentTerm = 0;
     bool spellingAvailable = false;
+    // The open module's folder, held against a second program; released with the session.
+    ModuleLock moduleLock;
 
     Prompt& prompt;
     Registry& registry;
@@ -58,8 +61,9 @@ class Session {
     // Overwrites the module with the default module.
     void ResetModule();
 
-    // Reads the module named by module.moduleType and module.folderName. Returns false when
-    // it refused ("No Module is in memory"); file errors travel as FileError.
+    // Reads the module named by module.moduleType and module.folderName and takes its folder's
+    // lock, giving up the one held before. Returns false when it refused ("No Module is in
+    // memory", or the module is open in another program); file errors travel as FileError.
     bool LoadModule();
 
     // Drops blank questions, warns about questions with a wrong number of correct options,

@@ -132,6 +132,9 @@ void copyModuleFolderAs(Session& session, const std::string& name) {
     const std::string newFolder = joinPath(session.WorkspaceFolder, name);
     copyFolderTree(m.ModuleFolder, newFolder);
 
+    // The copy is the open module now: it is held, and the old folder is free again.
+    session.moduleLock = ModuleLock::take(newFolder, session.processes).lock;
+
     const std::string oldName = m.folderName;
     m.ModuleFolder = newFolder;
     m.folderName = name;

@@ -3,11 +3,12 @@
 // cancels an input.
 #pragma once
 
-#include "base/Prompt.h"
 #include "app/Services.h"
+#include "base/Prompt.h"
 
 #include <deque>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -60,15 +61,22 @@ class ScriptedPrompt : public Prompt {
     const ShownMessage* last() const { return messages.empty() ? nullptr : &messages.back(); }
 };
 
-// Records the processes it was asked to start and answers with a fixed process id.
+// Records the processes it was asked to start and answers with a fixed process id. It runs
+// as process `self` on `host`; `running` are the other processes of that machine.
 class FakeProcessStarter : public ProcessStarter {
   public:
     long pid = 4242;
     std::vector<std::string> started;
+    long self = 100;
+    std::string host = "this-computer";
+    std::set<long> running;
     long start(const std::string& commandLine, bool) override {
         started.push_back(commandLine);
         return pid;
     }
+    long currentProcessId() override { return self; }
+    std::string hostName() override { return host; }
+    bool isRunning(long id) override { return id == self || running.count(id) > 0; }
 };
 
 } // namespace lumora::testing

@@ -116,6 +116,9 @@ class AppTest : public ::testing::Test {
         return *session_;
     }
 
+    // Ends the program's session, as closing the program does.
+    void endSession() { session_.reset(); }
+
     testing::TempDir root{"app"};
     fs::path install = root / "install";
     fs::path workspace = install / "MyContent";
