@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -53,6 +55,18 @@ void copyFolderTree(const std::string& from, const std::string& to) {
     }
 }
 
+// Why no file can be made in the folder, "" when one can.
+std::string unwritableReason(const std::string& folder) {
+    const fs::path probe = fsPath(joinPath(folder, ".lumora-write-test"));
+    std::FILE* file = std::fopen(probe.c_str(), "w");
+    if (!file)
+        return std::error_code(errno, std::generic_category()).message();
+    std::fclose(file);
+    std::error_code ignored;
+    fs::remove(probe, ignored);
+    return "";
+}
+
 template <typename Operation> bool reportingFileErrors(Session& session, Operation operation) {
     try {
         operation();
@@ -67,18 +81,36 @@ template <typename Operation> bool reportingFileErrors(Session& session, Operati
 
 } // namespace
 
+std::string workspaceUnusableText(const std::string& folder, const std::string& reason) {
+    return "Lumora cannot keep your modules in \"" + folder + "\": " + reason + "." + kCrLf +
+           "Choose another folder with --workspace FOLDER (or the environment variable "
+           "LUMORA_WORKSPACE) and start again.";
+}
+
 bool EnsureWorkspace(Session& session) {
-    if (isFolder(session.WorkspaceFolder))
-        return true;
-    if (session.prompt.ask(std::string("The \"MyContent\" folder does not exist.") + kCrLf +
-                               "Create a \"MyContent\" folder?",
-                           "Create MyContent", Icon::Critical)) {
+    const std::string& folder = session.WorkspaceFolder;
+    if (!isFolder(folder)) {
+        if (!session.prompt.ask(std::string("The \"MyContent\" folder does not exist.") + kCrLf +
+                                    "Create a \"MyContent\" folder?",
+                                "Create MyContent", Icon::Critical)) {
+            session.prompt.error("Cannot continue without \"MyContent\" folder.");
+            return false;
+        }
         // A workspace pointed elsewhere may sit below folders that do not exist yet either.
-        return reportingFileErrors(
-            session, [&] { fs::create_directories(fsPath(session.WorkspaceFolder)); });
+        std::error_code ec;
+        fs::create_directories(fsPath(folder), ec);
+        if (ec) {
+            session.prompt.error(workspaceUnusableText(folder, ec.message()));
+            return false;
+        }
     }
-    session.prompt.error("Cannot continue without \"MyContent\" folder.");
-    return false;
+    // Every module is created and saved here: a folder that takes no file is found now rather
+    // than at the author's first save.
+    if (const std::string reason = unwritableReason(folder); !reason.empty()) {
+        session.prompt.error(workspaceUnusableText(folder, reason));
+        return false;
+    }
+    return true;
 }
 
 std::string PromptFolderName(Session& session) {

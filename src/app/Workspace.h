@@ -9,8 +9,10 @@ namespace lumora {
 
 class Session;
 
-// false: the author refused to create the workspace; the program must shut down.
+// false: the author refused to create the workspace, or it cannot be created or written (the
+// message names it and how to choose another); the program must shut down.
 bool EnsureWorkspace(Session& session);
+std::string workspaceUnusableText(const std::string& folder, const std::string& reason);
 // The accepted folder name, or "" when the author cancelled.
 std::string PromptFolderName(Session& session);
 // Creates and loads a module of the given type; false when the author cancelled.

@@ -13,8 +13,9 @@ const char* const kUsageText =
     "  package NAME [-o FILE]   a zip ready to upload to an LMS\n"
     "\n"
     "The workspace is --workspace, else $LUMORA_WORKSPACE, else MyContent beside the\n"
-    "program. A missing workspace is created by \"new\", or by any command with --yes;\n"
-    "--yes also answers Yes to every other question.\n"
+    "program (installed system-wide: Lumora in your documents folder). A missing\n"
+    "workspace is created by \"new\", or by any command with --yes; --yes also answers\n"
+    "Yes to every other question.\n"
     "Exit status: 0 done, 1 refused or invalid, 2 usage, 3 file error.\n";
 
 std::optional<CliOptions> parseArguments(const std::vector<std::string>& args, std::string& error) {

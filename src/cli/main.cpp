@@ -1,5 +1,6 @@
 // lumora-cli: creates, lists, checks, saves, shows and packages modules without a window,
 // over the same start-up and core as the desktop program.
+#include "app/Installation.h"
 #include "app/Services.h"
 #include "app/Session.h"
 #include "app/Startup.h"
@@ -8,6 +9,7 @@
 #include "cli/CliPrompt.h"
 #include "cli/Commands.h"
 #include "platform/ProcessStarter.h"
+#include "platform/UserFolders.h"
 #include "storage/TextFile.h"
 
 #include <cstdlib>
@@ -65,9 +67,13 @@ int run(int argc, char** argv) {
     PosixProcessStarter processes;
     Session session(prompt, registry, processes);
 
+    // --app-dir names the installed folder itself; otherwise it is found from the program's.
+    const Installation installation = options->appDir.empty()
+                                          ? findInstallation(executableFolder(argv[0]))
+                                          : Installation{options->appDir, false};
     StartupOptions startup;
-    startup.appPath = options->appDir.empty() ? executableFolder(argv[0]) : options->appDir;
-    startup.workspace = workspace;
+    startup.appPath = installation.appPath;
+    startup.workspace = chooseWorkspace(workspace, installation, documentsFolder());
     if (runStartup(session, startup) == StartupResult::Shutdown)
         return kRefused;
 

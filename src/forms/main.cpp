@@ -1,7 +1,9 @@
 // The desktop program: start-up with the splash, then the start chooser and the forms that
-// follow it. `lumora --workspace DIR` (or LUMORA_WORKSPACE) keeps the modules elsewhere;
+// follow it. `lumora --workspace DIR` (or LUMORA_WORKSPACE) keeps the modules elsewhere (by
+// default MyContent beside the program, or Lumora in the documents folder when installed);
 // `--measure-startup` prints the milliseconds from start to a usable start chooser, with the
 // splash's wait left out, and ends.
+#include "app/Installation.h"
 #include "app/Session.h"
 #include "forms/QtPrompt.h"
 #include "forms/dialogs/SplashForm.h"
@@ -12,6 +14,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <chrono>
@@ -77,8 +80,12 @@ int main(int argc, char** argv) {
         };
     }
 
-    const std::string appPath = QApplication::applicationDirPath().toStdString();
-    if (!program.start(appPath, args.workspace))
+    const lumora::Installation installation =
+        lumora::findInstallation(QApplication::applicationDirPath().toStdString());
+    const std::string documents =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+    const std::string workspace = lumora::chooseWorkspace(args.workspace, installation, documents);
+    if (!program.start(installation.appPath, workspace))
         return 0;
     if (args.measureStartup && program.splash()) {
         // The splash's wait is not part of the start-up time: hand over at once.

@@ -63,6 +63,29 @@ TEST(FolderNames, RewriteTouchesOnlyWholeFolderSegments) {
                   "Course10" + s + " " + s + "course1" + s);
 }
 
+TEST_F(WorkspaceTest, WorkspaceThatCannotBeMadeOrWrittenNamesItAndHowToChooseAnother) {
+    // No folder can be made below a file, and /sys takes no file, not even from root.
+    writeBytes(root / "file", "x");
+    const std::pair<std::string, std::string> cases[] = {
+        {(root / "file" / "Lumora").string(), "Not a directory"}, {"/sys", "Permission denied"}};
+    for (const auto& [folder, reason] : cases) {
+        SCOPED_TRACE(folder);
+        prompt.messages.clear();
+        if (!fs::exists(folder))
+            prompt.answer(Answer::Yes); // to the same creation question as ever
+        session().setInstallation(install.string(), folder);
+        EXPECT_FALSE(EnsureWorkspace(session()));
+        ASSERT_FALSE(prompt.messages.empty());
+        EXPECT_EQ(prompt.messages.back().text,
+                  "Lumora cannot keep your modules in \"" + folder + "\": " + reason +
+                      ".\r\nChoose another folder with --workspace FOLDER (or the environment "
+                      "variable LUMORA_WORKSPACE) and start again.");
+        EXPECT_EQ(prompt.messages.back().title, "Error");
+        EXPECT_EQ(prompt.messages.back().icon, Icon::Critical);
+    }
+    EXPECT_TRUE(prompt.answers.empty());
+}
+
 TEST_F(WorkspaceTest, PromptAcceptsTrimmedNameAndCancelOrBlankReturnEmpty) {
     session().NewModuleType = "Lesson";
     prompt.type("  My Course  ");

@@ -40,10 +40,11 @@ class CliTest : public ::testing::Test {
     }
 
     // Runs the program with the workspace option unless the arguments bring their own.
-    CliRun cli(const std::string& args, const std::string& env = "") {
-        const std::string command = "env -u LUMORA_WORKSPACE " + env + " " + quoted(kCli.string()) +
-                                    " " + args + " >" + quoted((root / "out").string()) + " 2>" +
-                                    quoted((root / "err").string());
+    CliRun cli(const std::string& args, const std::string& env = "",
+               const fs::path& program = kCli) {
+        const std::string command =
+            "env -u LUMORA_WORKSPACE " + env + " " + quoted(program.string()) + " " + args + " >" +
+            quoted((root / "out").string()) + " 2>" + quoted((root / "err").string());
         const int raw = std::system(command.c_str());
         CliRun r;
         r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
@@ -229,6 +230,61 @@ TEST_F(CliTest, StartupChecksApplyToTheCommandLine) {
             " list");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err.rfind("Error: Cannot locate template version information\n", 0), 0u) << r.err;
+}
+
+TEST_F(CliTest, InstalledSystemWideTheWorkspaceIsLumoraInTheDocumentsFolder) {
+    // The layout the package installs: the program in bin/, its folder in share/lumora.
+    const fs::path prefix = root / "usr";
+    const fs::path program = prefix / "bin" / "lumora-cli";
+    fs::create_directories(prefix / "bin");
+    fs::create_directories(prefix / "share");
+    fs::copy_file(kCli, program);
+    fs::create_directory_symlink(fs::path(LUMORA_DIST_DIR), prefix / "share" / "lumora");
+    const fs::path home = root / "home";
+    const std::string env =
+        "HOME=" + quoted(home.string()) + " XDG_CONFIG_HOME=" + quoted((home / ".config").string());
+
+    CliRun r = cli("new Lesson C1", env, program);
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_TRUE(fs::is_regular_file(home / "Documents" / "Lumora" / "C1" / "lessonframeset.html"));
+    writeBytes(home / ".config" / "user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Papers\"\n");
+    ASSERT_EQ(cli("new Survey S1", env, program).status, 0);
+    EXPECT_TRUE(fs::is_directory(home / "Papers" / "Lumora" / "S1"));
+
+    // A documents folder that cannot be made: the message names it and the way out.
+    writeBytes(root / "not-a-folder", "");
+    r = cli("new Lesson C2", "HOME=" + quoted((root / "not-a-folder").string()), program);
+    EXPECT_EQ(r.status, 1);
+    const std::string folder = (root / "not-a-folder" / "Documents" / "Lumora").string();
+    EXPECT_NE(r.err.find("Lumora cannot keep your modules in \"" + folder +
+                         "\": Not a directory.\nChoose another folder with --workspace FOLDER"),
+              std::string::npos)
+        << r.err;
+}
+
+TEST_F(CliTest, ModuleOpenInAnotherRunningProgramIsNotTouched) {
+    ASSERT_EQ(ws("new Lesson C1").status, 0);
+    const fs::path lock = workspace / "C1" / ".lumora-lock";
+    EXPECT_FALSE(fs::exists(lock)); // the command held it only while it ran
+
+    char host[256] = {};
+    ASSERT_EQ(gethostname(host, sizeof host - 1), 0);
+    writeBytes(lock, "1\n" + std::string(host) + "\n"); // process 1 runs as long as the machine
+    const std::string before = readBytes(workspace / "C1" / "scripts" / "inc_ModuleInfo.js");
+    CliRun r = ws("save C1 --non-scorm");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("The module \"C1\" is open elsewhere: in Lumora, process 1 on " +
+                         std::string(host) + "."),
+              std::string::npos)
+        << r.err;
+    EXPECT_EQ(readBytes(workspace / "C1" / "scripts" / "inc_ModuleInfo.js"), before);
+
+    // A process id that no machine hands out: a crashed program's lock, taken over.
+    writeBytes(lock, "999999999\n" + std::string(host) + "\n");
+    r = ws("save C1 --non-scorm");
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(readBytes(workspace / "C1" / "scripts" / "inc_ModuleInfo.js"), before);
+    EXPECT_FALSE(fs::exists(lock));
 }
 
 TEST_F(CliTest, HelpAndUsage) {
