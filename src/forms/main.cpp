@@ -6,6 +6,7 @@
 #include "app/Installation.h"
 #include "app/Session.h"
 #include "forms/QtPrompt.h"
+#include "forms/dialogs/Pictures.h"
 #include "forms/dialogs/SplashForm.h"
 #include "forms/main/Program.h"
 #include "forms/web/LumoraScheme.h"
@@ -52,6 +53,9 @@ int main(int argc, char** argv) {
     QApplication::setOrganizationName("Lumora");
     QApplication::setApplicationName("Lumora");
     QApplication::setApplicationVersion("1.0");
+    // The desktop entry this program is started from, so a desktop shows its icon and name.
+    QGuiApplication::setDesktopFileName("org.lumora.Lumora");
+    QApplication::setWindowIcon(lumora::programIcon());
     // Between the splash and the next form no window is open; the program ends only when its
     // own shutdown says so.
     QApplication::setQuitOnLastWindowClosed(false);

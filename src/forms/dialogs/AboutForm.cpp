@@ -36,6 +36,11 @@ AboutForm::AboutForm(Session& session, QWidget* parent) : QDialog(parent), sessi
     setObjectName("frmAbout");
     setWindowTitle("About Lumora");
 
+    auto* imgLogo = new QLabel(this);
+    imgLogo->setObjectName("imgLogo");
+    imgLogo->setPixmap(logoPicture(96));
+    imgLogo->setAccessibleName("Lumora logo");
+    imgLogo->setAlignment(Qt::AlignTop);
     auto* imgTitle = new QLabel(this);
     imgTitle->setPixmap(titlePicture(360));
     auto* description = new QLabel(kProgramDescription, this);
@@ -60,11 +65,17 @@ AboutForm::AboutForm(Session& session, QWidget* parent) : QDialog(parent), sessi
     buttons->addStretch();
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdSysInfo);
+    auto* texts = new QVBoxLayout;
+    texts->addWidget(imgTitle);
+    texts->addWidget(description);
+    texts->addWidget(version);
+    texts->addWidget(lblLexicon);
+    auto* picture = new QHBoxLayout;
+    picture->setSpacing(16);
+    picture->addWidget(imgLogo);
+    picture->addLayout(texts);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(imgTitle);
-    layout->addWidget(description);
-    layout->addWidget(version);
-    layout->addWidget(lblLexicon);
+    layout->addLayout(picture);
     layout->addLayout(buttons);
 }
 

@@ -1,10 +1,16 @@
-// Pictures painted with QPainter, so the installation carries no image files of its own.
+// The banner and chooser pictures are painted with QPainter; the logo is the SVG resource.
 #include "forms/dialogs/Pictures.h"
 
 #include <QFont>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSvgRenderer>
+
+// Resources of a static library must be registered by hand; outside the namespace by rule.
+static void initPictureResources() {
+    Q_INIT_RESOURCE(pictures);
+}
 
 namespace lumora {
 
@@ -47,18 +53,18 @@ QPixmap titlePicture(int width) {
 
 QPixmap logoPicture(int size) {
     QPixmap pixmap = blank(size, size);
+    initPictureResources();
     QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    QRadialGradient glow(size / 2.0, size / 2.0, size / 2.0);
-    glow.setColorAt(0, kGlow);
-    glow.setColorAt(0.55, kGlow.darker(110));
-    glow.setColorAt(1, Qt::transparent);
-    p.setBrush(glow);
-    p.setPen(Qt::NoPen);
-    p.drawEllipse(QRectF(0, 0, size, size));
-    p.setBrush(kDeep);
-    p.drawEllipse(QRectF(size * 0.32, size * 0.32, size * 0.36, size * 0.36));
+    QSvgRenderer logo(QStringLiteral(":/pictures/lumora.svg"));
+    logo.render(&p, QRectF(0, 0, size, size));
     return pixmap;
+}
+
+QIcon programIcon() {
+    QIcon icon;
+    for (int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addPixmap(logoPicture(size));
+    return icon;
 }
 
 QPixmap chooserPicture(ChooserPicture which, int size) {

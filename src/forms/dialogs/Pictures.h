@@ -1,7 +1,9 @@
-// The program's pictures, drawn rather than shipped: the title banner of the splash and About
-// box, the logo, and the four pictures of the start chooser.
+// The program's pictures: the title banner of the splash and start chooser, the logo, and the
+// four pictures of the start chooser. The logo is the program's icon (lumora.svg, a resource
+// also installed as the desktop icon), so window, About box and menu entry show one design.
 #pragma once
 
+#include <QIcon>
 #include <QPixmap>
 #include <QString>
 
@@ -13,6 +15,8 @@ inline const QString kProgramDescription =
 
 QPixmap titlePicture(int width);
 QPixmap logoPicture(int size);
+// The window icon, drawn from the logo at the sizes a desktop asks for.
+QIcon programIcon();
 
 enum class ChooserPicture { Edit, Lesson, Evaluation, Survey };
 QPixmap chooserPicture(ChooserPicture which, int size);
