@@ -6,7 +6,7 @@ ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: run test deps build build-asan test-asan bench format
+.PHONY: run test deps build build-asan test-asan bench format package
 
 deps:
 	@tools/install-deps.sh
@@ -21,6 +21,10 @@ run: build
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j 1
 	$(MAKE) test-asan
+
+# The Debian package of the staged installation, written to $(BUILD)/lumora_*.deb.
+package: build
+	cd $(BUILD) && cpack -G DEB
 
 # The core and its tests once more under AddressSanitizer and UBSan.
 build-asan: deps

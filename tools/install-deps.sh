@@ -12,6 +12,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth x11-apps xdotool imagemagick fonts-dejavu-core
   chromium libxml2-utils nodejs npm
+  dpkg-dev lintian desktop-file-utils appstream librsvg2-bin
 )
 
 missing=()
