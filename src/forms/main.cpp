@@ -89,6 +89,11 @@ int main(int argc, char** argv) {
     const std::string documents =
         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     const std::string workspace = lumora::chooseWorkspace(args.workspace, installation, documents);
+    if (installation.systemWide) {
+        // The words the author adds cannot go into the installed folder: keep them in theirs.
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        spelling.setUserDictionary((data + "/lumora/userdic.dic").toStdString());
+    }
     if (!program.start(installation.appPath, workspace))
         return 0;
     if (args.measureStartup && program.splash()) {

@@ -133,7 +133,8 @@ void HunspellEngine::setMainLexFiles(const std::string& names) {
     loaded_.clear();
     std::optional<TunedRules> rules;
     for (const std::string& name : splitNames(names)) {
-        const std::string dic = joinPath(folder_, name);
+        const std::string dic =
+            name == kUserDictionary ? userDictionaryPath() : joinPath(folder_, name);
         if (!isFile(dic))
             continue;
         if (!hunspell_) {
@@ -184,16 +185,25 @@ std::vector<std::string> HunspellEngine::suggest(const std::string& word) {
     return suggestions;
 }
 
+std::string HunspellEngine::userDictionaryPath() const {
+    if (!userDictionary_.empty())
+        return userDictionary_;
+    return folder_.empty() ? "" : joinPath(folder_, kUserDictionary);
+}
+
 void HunspellEngine::addToUserDictionary(const std::string& word) {
     if (word.empty() || word.find_first_of("\r\n") != std::string::npos)
         return;
     if (hunspell_)
         hunspell_->add(word);
-    if (folder_.empty())
+    const std::string path = userDictionaryPath();
+    if (path.empty())
         return;
+    // The first word added makes the author's own folder for it.
+    std::error_code ignored;
+    std::filesystem::create_directories(fsPath(path).parent_path(), ignored);
 
     // A Hunspell dictionary starts with its word count; the rest is one word a line.
-    const std::string path = joinPath(folder_, kUserDictionary);
     std::vector<std::string> words;
     if (isFile(path)) {
         const std::vector<std::string> lines = readTextLines(path);

@@ -36,13 +36,19 @@ class HunspellEngine : public SpellingEngine {
     // Accepts the word from now on and appends it to the user dictionary ("userdic.dic" in
     // the lexicon folder), keeping the dictionary's word count on its first line current.
     void addToUserDictionary(const std::string& word) override;
+    // Keeps the user dictionary at `path` instead (read as "userdic.dic" is, written there):
+    // an installation the author cannot write keeps the author's words in their own files.
+    void setUserDictionary(const std::string& path) { userDictionary_ = path; }
 
     // The dictionaries actually loaded, in order (for About's list and diagnostics).
     const std::vector<std::string>& loadedFiles() const { return loaded_; }
     const std::string& helpFile() const { return helpFile_; }
 
   private:
+    std::string userDictionaryPath() const;
+
     std::string folder_;
+    std::string userDictionary_;
     std::string helpFile_;
     bool skipMarkup_ = false;
     std::unique_ptr<Hunspell> hunspell_;

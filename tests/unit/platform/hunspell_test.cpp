@@ -83,6 +83,22 @@ TEST_F(HunspellTest, AddedWordsAreAcceptedAndKeptInTheUserDictionary) {
     EXPECT_TRUE(again.check("zorbling"));
 }
 
+TEST_F(HunspellTest, UserDictionaryKeptOutsideAnInstallationTheAuthorCannotWrite) {
+    take({"en_US.aff", "en_US.dic", "userdic.dic"}); // the installation's empty user dictionary
+    const fs::path own = folder / "home" / "lumora" / "userdic.dic";
+    engine.setUserDictionary(own.string());
+    prepare();
+    engine.addToUserDictionary("Lumoran");
+    EXPECT_EQ(testing::readBytes(own), "1\nLumoran\n");
+    EXPECT_EQ(testing::readBytes(folder / "userdic.dic"),
+              testing::readBytes(kStagedSpelling / "userdic.dic"));
+
+    HunspellEngine again;
+    again.setUserDictionary(own.string());
+    prepareSpellingEngine(again, folder.path().string());
+    EXPECT_TRUE(again.check("Lumoran"));
+}
+
 TEST_F(HunspellTest, WithoutDictionariesNothingIsDoubted) {
     EXPECT_EQ(prepare(), "");
     EXPECT_FALSE(engine.available());
