@@ -1,5 +1,6 @@
 // The object the editor's JavaScript sees over the web channel as "lumoraBridge": the shell
-// announces itself ready, and every author edit arrives as a push of the whole body HTML.
+// announces itself ready, every author edit arrives as a push of the whole body HTML, and the
+// on/off commands that hold at the caret arrive when they change.
 #pragma once
 
 #include <QObject>
@@ -20,10 +21,15 @@ class EditorBridge : public QObject {
     void contentChanged(int generation, const QString& html) {
         emit contentPushed(generation, html);
     }
+    // The commands ("Bold", "JustifyCenter", ...) that hold at the caret, joined with ",".
+    void formatStateChanged(int generation, const QString& commands) {
+        emit formatStatePushed(generation, commands);
+    }
 
   signals:
     void shellReadyReceived(int shell);
     void contentPushed(int generation, const QString& html);
+    void formatStatePushed(int generation, const QString& commands);
 };
 
 } // namespace lumora

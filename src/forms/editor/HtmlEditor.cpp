@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QPointer>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <QWebChannel>
@@ -95,6 +96,11 @@ HtmlEditor::HtmlEditor(QWidget* parent) : QWidget(parent) {
 
     connect(m_bridge, &EditorBridge::shellReadyReceived, this, &HtmlEditor::onShellReady);
     connect(m_bridge, &EditorBridge::contentPushed, this, &HtmlEditor::onContentPushed);
+    connect(m_bridge, &EditorBridge::formatStatePushed, this,
+            [this](int generation, const QString& commands) {
+                if (generation == m_generation && m_loaded)
+                    emit formatStateChanged(commands.split(QLatin1Char(','), Qt::SkipEmptyParts));
+            });
     connect(qApp, &QApplication::focusChanged, this, &HtmlEditor::onFocusChanged);
 
     auto* layout = new QVBoxLayout(this);
@@ -174,6 +180,30 @@ void HtmlEditor::onContentPushed(int generation, const QString& html) {
 
 void HtmlEditor::execCommand(const QString& command, const QString& value) {
     runJavaScript(callScript(QStringLiteral("execCommand"), {command, value}));
+}
+
+void HtmlEditor::call(const QString& operation, const QVariantList& arguments,
+                      std::function<void(const QVariant&)> done) {
+    const QString js = callScript(QStringLiteral("command"), {operation, QVariant(arguments)});
+    QPointer<HtmlEditor> self(this);
+    m_page->runJavaScript(js, QWebEngineScript::MainWorld,
+                          [self, done = std::move(done)](const QVariant& reply) {
+                              if (!self)
+                                  return;
+                              const QVariantMap map = reply.toMap();
+                              self->takeCommandReply(map);
+                              if (done)
+                                  done(map.value(QStringLiteral("result")));
+                          });
+}
+
+void HtmlEditor::takeCommandReply(const QVariantMap& reply) {
+    const QVariant body = reply.value(QStringLiteral("body"));
+    if (!m_loaded || reply.value(QStringLiteral("generation")).toInt() != m_generation ||
+        body.userType() != QMetaType::QString)
+        return;
+    m_bodyHtml = body.toString();
+    emit contentChanged(m_bodyHtml);
 }
 
 void HtmlEditor::runJavaScript(const QString& js, std::function<void(const QVariant&)> done) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <QWidget>
 
@@ -38,9 +39,15 @@ class HtmlEditor : public QWidget {
     // resulting content is pushed back as contentChanged when it changed anything.
     void execCommand(const QString& command, const QString& value = {});
 
-    // Runs JavaScript in the editor's document, where window.lumoraEditor offers the
-    // selection operations (selectionType, selectionHTML, pasteHTML, clearSelection,
-    // queryCommandValue).
+    // Runs one operation of window.lumoraEditor (editor.js: the selection, the editing
+    // commands, text ranges, find) as a single script call. When it changed the document,
+    // bodyHtml() and contentChanged carry the new content before `done` gets the operation's
+    // result, so whoever stores the content on contentChanged holds the command's outcome by
+    // then. `done` gets an invalid value when the document could not run it (still loading).
+    void call(const QString& operation, const QVariantList& arguments = {},
+              std::function<void(const QVariant&)> done = {});
+
+    // Runs JavaScript in the editor's document (tests, and reads that change nothing).
     void runJavaScript(const QString& js, std::function<void(const QVariant&)> done = {});
 
     // JavaScript source that calls lumoraEditor.<function> with the given arguments, each
@@ -51,6 +58,10 @@ class HtmlEditor : public QWidget {
 
   signals:
     void contentChanged(const QString& bodyHtml);
+    // The on/off commands that hold at the caret ("Bold", "Italic", "Underline", "Subscript",
+    // "Superscript", "JustifyLeft", "JustifyCenter", "JustifyRight", "InsertUnorderedList"),
+    // each time the caret or selection moves somewhere they differ.
+    void formatStateChanged(const QStringList& commands);
     void loaded();
     void focusReceived();
 
@@ -59,6 +70,7 @@ class HtmlEditor : public QWidget {
     void applyPendingContent();
     void onShellReady(int shell);
     void onContentPushed(int generation, const QString& html);
+    void takeCommandReply(const QVariantMap& reply);
     void onFocusChanged(QWidget* old, QWidget* now);
 
     QWebEngineView* m_view = nullptr;

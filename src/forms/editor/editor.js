@@ -172,8 +172,12 @@
     let generation = 0;   // which setContent the document shows; C++ drops stale pushes
     let lastPushed = null; // the serialisation last known to C++ (the baseline after setBody)
     let applyingCommand = false;
+    let inCommand = false; // a command called from C++ hands its content back itself
 
     function push() {
+        if (inCommand) {
+            return;
+        }
         const html = bodyHTML();
         if (html === lastPushed) {
             return;
@@ -271,6 +275,163 @@
         return changed;
     }
 
+    // ---- values over the selection ---------------------------------------------------------
+    // The classic control answered null for a font, size or colour that changes within the
+    // selection; the browser answers for the selection's start. So the text nodes the selection
+    // covers are asked one by one (blank stretches between blocks have no say).
+    function selectedTextNodes(range) {
+        const root = range.commonAncestorContainer;
+        const candidates = [];
+        if (root.nodeType === Node.TEXT_NODE) {
+            candidates.push(root);
+        } else {
+            const walker = document.createTreeWalker(root, NodeFilter.SHOW_TEXT);
+            for (let node = walker.nextNode(); node; node = walker.nextNode()) {
+                if (range.intersectsNode(node)) {
+                    candidates.push(node);
+                }
+            }
+        }
+        return candidates.filter(node => {
+            const start = node === range.startContainer ? range.startOffset : 0;
+            const end = node === range.endContainer ? range.endOffset : node.data.length;
+            return end > start && /\S/.test(node.data.slice(start, end));
+        });
+    }
+
+    // valueOf(element) for every covered text node's parent; null when they differ. A caret
+    // (or a selection of blanks only) asks `atCaret` instead.
+    function uniformValue(valueOf, atCaret) {
+        const range = currentRange();
+        const nodes = range && !range.collapsed ? selectedTextNodes(range) : [];
+        if (nodes.length === 0) {
+            return atCaret();
+        }
+        let value;
+        const seen = new Map();
+        for (const node of nodes) {
+            const element = node.parentNode;
+            let v = seen.get(element);
+            if (v === undefined) {
+                v = valueOf(element);
+                seen.set(element, v);
+            }
+            if (value === undefined) {
+                value = v;
+            } else if (v !== value) {
+                return null;
+            }
+        }
+        return value === undefined ? null : value;
+    }
+
+    function firstFamily(list) {
+        if (!list) {
+            return null;
+        }
+        return list.split(',')[0].trim().replace(/^["']|["']$/g, '') || null;
+    }
+
+    // The legacy sizes 1-7 in pixels at the browser's medium size; a computed size maps to the
+    // nearest, as the browser's own FontSize answer does.
+    const LEGACY_SIZES = [10, 13, 16, 18, 24, 32, 48];
+    function legacySize(pixels) {
+        let best = 0;
+        for (let i = 1; i < LEGACY_SIZES.length; i++) {
+            if (Math.abs(LEGACY_SIZES[i] - pixels) < Math.abs(LEGACY_SIZES[best] - pixels)) {
+                best = i;
+            }
+        }
+        return best + 1;
+    }
+
+    const SELECTION_VALUES = {
+        fontname: () => uniformValue(e => firstFamily(getComputedStyle(e).fontFamily),
+            () => firstFamily(document.queryCommandValue('fontName'))),
+        fontsize: () => uniformValue(e => legacySize(parseFloat(getComputedStyle(e).fontSize)),
+            () => Number(document.queryCommandValue('fontSize')) || null),
+        forecolor: () => uniformValue(e => colorToNumber(getComputedStyle(e).color),
+            () => colorToNumber(document.queryCommandValue('foreColor'))),
+    };
+
+    // The face and colour written on the selection itself (a FONT element or a style between
+    // the text and the body), not those it inherits from the stylesheet: what a link or term
+    // put in the selection's place must carry again.
+    function writtenOn(element, read) {
+        for (let e = element; e && e !== document.body; e = e.parentElement) {
+            const value = read(e);
+            if (value) {
+                return value;
+            }
+        }
+        return null;
+    }
+    const writtenFace = element => writtenOn(element, e =>
+        firstFamily((e.tagName === 'FONT' && e.getAttribute('face')) || e.style.fontFamily));
+    const writtenColor = element => writtenOn(element, e =>
+        colorToNumber((e.tagName === 'FONT' && e.getAttribute('color')) || e.style.color));
+    function caretElement() {
+        const range = currentRange();
+        if (!range) {
+            return document.body;
+        }
+        const node = range.startContainer;
+        return node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
+    }
+
+    function exec(command, argument) {
+        try {
+            return document.execCommand(command, false, argument === undefined ? null : argument);
+        } catch (e) {
+            return false;
+        }
+    }
+
+    function setSelection(range) {
+        const selection = window.getSelection();
+        selection.removeAllRanges();
+        selection.addRange(range);
+    }
+
+    // Moves the selection's ends into the first and last text it covers, so that content
+    // pasted over it lands inside the formatting elements around that text.
+    function narrowSelectionToText() {
+        const range = currentRange();
+        if (!range || range.collapsed || controlElement(range)) {
+            return;
+        }
+        const nodes = selectedTextNodes(range);
+        if (nodes.length === 0) {
+            return;
+        }
+        const first = nodes[0];
+        const last = nodes[nodes.length - 1];
+        const narrowed = document.createRange();
+        narrowed.setStart(first, first === range.startContainer ? range.startOffset : 0);
+        narrowed.setEnd(last, last === range.endContainer ? range.endOffset : last.data.length);
+        setSelection(narrowed);
+    }
+
+    // The content layer's stripOuterParagraph: no CR LF, one bare <p> off the start and one
+    // </p> off the end.
+    function stripOuterParagraph(html) {
+        let text = html.replace(/\r\n/g, '');
+        if (text.slice(0, 3).toLowerCase() === '<p>') {
+            text = text.slice(3);
+        }
+        if (text.slice(-4).toLowerCase() === '</p>') {
+            text = text.slice(0, -4);
+        }
+        return text;
+    }
+
+    // The content layer's linkTextOfSelection.
+    function linkText(html) {
+        const text = stripOuterParagraph(html);
+        return text === '<P>&nbsp;</P>' || html.replace(/\r\n/g, '') === '<P>&nbsp;</P>' ? ''
+                                                                                       : text;
+    }
+
     // ---- the operations C++ and later dialogs call ---------------------------------------
     const editor = {
         // Shows new content. innerHTML never runs the scripts it creates.
@@ -285,6 +446,8 @@
             mutations.observe(document.body,
                 {childList: true, subtree: true, attributes: true, characterData: true});
             lastPushed = bodyHTML();
+            lastState = null;
+            scheduleStateUpdate();
             // Lay the page out now, while the author is still reading it, rather than at the
             // first keystroke.
             void document.body.getBoundingClientRect();
@@ -319,19 +482,18 @@
         },
 
         // True/false for the on/off commands, the platform's colour number for colours, the
-        // font name without quotes; null where the browser has no answer.
+        // font name without quotes, the legacy size (1-7) for FontSize; null where the browser
+        // has no answer, and for a font, size or colour that differs within the selection.
         queryCommandValue(command) {
             try {
                 if (STATE_COMMANDS.test(command)) {
                     return document.queryCommandState(command);
                 }
+                const mixedAware = SELECTION_VALUES[command.toLowerCase()];
+                if (mixedAware) {
+                    return mixedAware();
+                }
                 const value = document.queryCommandValue(command);
-                if (COLOR_COMMANDS.test(command)) {
-                    return colorToNumber(value);
-                }
-                if (/^fontname$/i.test(command)) {
-                    return value ? value.replace(/^["']|["']$/g, '') : null;
-                }
                 return value === '' ? null : value;
             } catch (e) {
                 return null;
@@ -607,6 +769,297 @@
         },
     });
 
+    // ---- the editing commands ------------------------------------------------------------
+    // What the main form's toolbars, Edit menu and dialogs do to the selection. C++ calls each
+    // through command() below, one call per command however many steps it takes, so nothing
+    // the author does can come between the steps.
+    const FORMAT_WORDS = ['Bold', 'Italic', 'Underline'];
+
+    Object.assign(editor, {
+        // The classic control's getSelectionHTML: "Text" gives the fragment untrimmed,
+        // "Control" the element trimmed, "None" nothing.
+        getSelectionHTML() {
+            return editor.selectionHTML();
+        },
+
+        // The selection's HTML, and the selection removed (a selected image or table whole).
+        cutSelectionHTML() {
+            const html = editor.selectionHTML();
+            const range = currentRange();
+            if (range && !range.collapsed) {
+                range.deleteContents();
+            }
+            return html;
+        },
+
+        // Puts HTML in place of the selection: a link is never put inside a link, so the
+        // selection is unlinked first when the HTML holds one; a selected image or table is
+        // replaced. True when something was inserted.
+        insertHTMLAtSelection(html) {
+            if (html.indexOf('href') >= 0) {
+                exec('unlink');
+            }
+            if (editor.selectionType() === 'Control') {
+                const range = currentRange();
+                range.deleteContents();
+                setSelection(range);
+            }
+            editor.pasteHTML(html);
+            return true;
+        },
+
+        // Plain text in place of the selection; its line breaks become <BR>. Built as nodes
+        // rather than typed, so a text of megabytes goes in at once.
+        insertText(text) {
+            const fragment = document.createDocumentFragment();
+            text.split(/\r\n|\r|\n/).forEach((line, i) => {
+                if (i > 0) {
+                    fragment.appendChild(document.createElement('BR'));
+                }
+                if (line) {
+                    fragment.appendChild(document.createTextNode(line));
+                }
+            });
+            const range = rangeOrEndOfBody();
+            range.deleteContents();
+            const last = fragment.lastChild;
+            range.insertNode(fragment);
+            if (last) {
+                range.setStartAfter(last);
+                range.collapse(true);
+                setSelection(range);
+            }
+        },
+
+        execOnSelection(command, value) {
+            return editor.execCommand(command, value);
+        },
+
+        // "t", then "Bold", "Italic", "Underline" for those set on the whole selection, then
+        // "FontName" + face + "-" and "ForeColor" + colour number for a face and a colour
+        // written on the selection (left out when none is, or when they differ within it).
+        getFormatState() {
+            let state = 't';
+            for (const word of FORMAT_WORDS) {
+                if (editor.queryCommandValue(word) === true) {
+                    state += word;
+                }
+            }
+            const face = uniformValue(writtenFace, () => writtenFace(caretElement()));
+            if (face !== null) {
+                state += 'FontName' + face + '-';
+            }
+            const color = uniformValue(writtenColor, () => writtenColor(caretElement()));
+            if (color !== null && color !== 0) {
+                state += 'ForeColor' + color;
+            }
+            return state;
+        },
+
+        applyFormatState(state) {
+            exec('removeFormat');
+            for (const word of FORMAT_WORDS) {
+                if (state.indexOf(word) >= 0) {
+                    exec(word);
+                }
+            }
+            const face = state.indexOf('FontName');
+            if (face >= 0) {
+                const end = state.indexOf('-', face + 8);
+                exec('fontName', state.slice(face + 8, end < 0 ? undefined : end));
+            }
+            const color = state.indexOf('ForeColor');
+            if (color >= 0) {
+                exec('foreColor', colorNumberToHex(parseInt(state.slice(color + 9), 10) || 0));
+            }
+        },
+
+        // Wraps the selection in open + text + close: the selection loses its links and its
+        // formatting, its HTML becomes the text (emptyText when there is none), and the
+        // formatting is put back around what replaces it. The hyperlink, page link and term
+        // commands all work this way. True when something was inserted.
+        wrapSelection(open, close, emptyText) {
+            exec('unlink');
+            const state = editor.getFormatState();
+            exec('removeFormat');
+            const text = linkText(editor.selectionHTML());
+            editor.applyFormatState(state);
+            narrowSelectionToText();
+            return editor.insertHTMLAtSelection(
+                open + (text === '' ? emptyText : stripOuterParagraph(text)) + close);
+        },
+
+        // Formatting, alignment and links off the selection (the warning is asked before).
+        clearFormat() {
+            exec('removeFormat');
+            justifyNone();
+            exec('unlink');
+        },
+
+        // The whole document reduced to its plain text, which is handed back for the
+        // clipboard.
+        clearToPlainText() {
+            const text = document.body.innerText;
+            document.body.innerText = text;
+            return text;
+        },
+
+        setFontName(name) {
+            return exec('fontName', name);
+        },
+
+        // One step of the size buttons: the selection's size, 2 when it is mixed, plus the
+        // step; the browser keeps the result within 1-7.
+        fontSizeStep(step) {
+            const value = SELECTION_VALUES.fontsize();
+            let size = value === null ? 2 : parseInt(value, 10);
+            if (Number.isNaN(size)) {
+                size = 2;
+            }
+            return exec('fontSize', String(((size << 16) >> 16) + step));
+        },
+
+        // What the font colour button needs before its colour dialog.
+        fontColorState() {
+            return {type: editor.selectionType(), color: SELECTION_VALUES.forecolor()};
+        },
+
+        // The block a spell check works on and the selection type it came from; the range is
+        // kept for spellCheckPutBack.
+        spellCheckBlock() {
+            const type = editor.selectionType();
+            const range = currentRange();
+            if (type === 'None' || !range) {
+                ranges.delete('$spell');
+                return {type: 'None', text: bodyHTML()};
+            }
+            ranges.set('$spell', range.cloneRange());
+            const control = controlElement(range);
+            if (control) {
+                return {type, text: serializeElement(control)};
+            }
+            // Cells marked across rows come inside their table body, as the classic control
+            // handed them over; the spell check refuses such a block, which could not be put
+            // back on its own.
+            let text = serializeNode(range.cloneContents(), false);
+            let section = range.commonAncestorContainer;
+            if (section.nodeType === Node.ELEMENT_NODE && section.tagName === 'TR') {
+                section = section.parentNode;
+            }
+            if (section.nodeType === Node.ELEMENT_NODE &&
+                /^(TBODY|THEAD|TFOOT)$/.test(section.tagName)) {
+                text = '<' + section.tagName + '>' + text + '</' + section.tagName + '>';
+            }
+            return {type, text};
+        },
+
+        spellCheckPutBack(type, html) {
+            const range = ranges.get('$spell');
+            ranges.delete('$spell');
+            if (type === 'None' || !range) {
+                learnSpellings(html);
+                document.body.innerHTML = html;
+                return;
+            }
+            setSelection(range);
+            editor.insertHTMLAtSelection(html);
+        },
+    });
+
+    // ---- find and replace ------------------------------------------------------------------
+    // The find dialog's search: a range over the whole document, the range where the search
+    // began (the marked text, the whole document, or the caret to the end), the range still
+    // to be searched, and the last match, which Replace replaces.
+    Object.assign(editor, {
+        // True when text is marked: the search is then confined to it.
+        findReset() {
+            editor.rangeCreate('$find.whole', 'body');
+            ranges.delete('$find.match');
+            if (!editor.rangeCreate('$find.start', 'selection')) {
+                return false;
+            }
+            editor.rangeDuplicate('$find.start', '$find.search');
+            return true;
+        },
+
+        findResetFrom(beginning) {
+            if (beginning) {
+                editor.rangeDuplicate('$find.whole', '$find.start');
+            } else {
+                editor.rangeCreate('$find.start', 'caret');
+                editor.rangeSetEndPoint('$find.start', 'EndToEnd', '$find.whole');
+            }
+            editor.rangeDuplicate('$find.start', '$find.search');
+        },
+
+        // The next match within `count` characters of the search range, selected; the search
+        // goes on after it up to where the start range ends. `wholeDocument` first widens the
+        // search to the whole document.
+        findNext(text, count, flags, wholeDocument) {
+            if (!ranges.has('$find.search')) {
+                return false;
+            }
+            if (wholeDocument) {
+                editor.rangeCreate('$find.whole', 'body');
+                editor.rangeDuplicate('$find.whole', '$find.search');
+            }
+            if (!editor.rangeFindText('$find.search', text, count, flags)) {
+                return false;
+            }
+            editor.rangeSelect('$find.search');
+            editor.rangeDuplicate('$find.search', '$find.match');
+            editor.rangeSetEndPoint('$find.search', 'StartToEnd', '$find.match');
+            editor.rangeSetEndPoint('$find.search', 'EndToEnd', '$find.start');
+            return true;
+        },
+
+        // Replaces the highlighted match, and only it: the selection must still be the last
+        // match and its text the one searched for (in any case).
+        findReplace(text, replacement) {
+            const match = ranges.get('$find.match');
+            const range = currentRange();
+            if (!match || !range ||
+                match.compareBoundaryPoints(Range.START_TO_START, range) !== 0 ||
+                match.compareBoundaryPoints(Range.END_TO_END, range) !== 0 ||
+                range.toString().toLowerCase() !== text.toLowerCase()) {
+                return false;
+            }
+            ranges.set('$find.replace', range.cloneRange());
+            editor.rangeSetText('$find.replace', replacement);
+            ranges.delete('$find.replace');
+            ranges.delete('$find.match');
+            return true;
+        },
+
+        findEnd() {
+            for (const name of ['$find.whole', '$find.start', '$find.search', '$find.match']) {
+                ranges.delete(name);
+            }
+        },
+    });
+
+    // Runs one operation for C++ and hands back its result with the body HTML when the
+    // operation changed it (null otherwise) and the content generation it applies to. C++
+    // stores that HTML before anything else happens, so a command's result is in the module
+    // the moment the command completes.
+    editor.command = function (name, args) {
+        let result = null;
+        inCommand = true;
+        try {
+            const value = editor[name].apply(editor, args || []);
+            result = value === undefined ? null : value;
+        } catch (e) {
+            result = null;
+        } finally {
+            inCommand = false;
+        }
+        const html = bodyHTML();
+        const changed = html !== lastPushed;
+        lastPushed = html;
+        scheduleStateUpdate();
+        return {result, generation, body: changed ? html : null};
+    };
+
     window.lumoraEditor = editor;
 
     // ---- events --------------------------------------------------------------------------
@@ -616,14 +1069,59 @@
         }
     }, true);
 
-    // A click on an image selects it whole, as the classic control did, so that image
-    // commands see a "Control" selection.
+    // A click on an image, or on a table's frame, selects it whole, as the classic control
+    // did, so that the commands see a "Control" selection.
     document.addEventListener('click', event => {
         const target = event.target;
-        if (target && target.tagName === 'IMG' && document.body.contains(target)) {
+        if (target && CONTROL_ELEMENTS.has(target.tagName) && document.body.contains(target)) {
             selectNode(target);
         }
     }, true);
+
+    // Ctrl+Y redoes, as it does in the authors' other editors (the browser binds only
+    // Ctrl+Shift+Z here).
+    document.addEventListener('keydown', event => {
+        if (event.ctrlKey && !event.shiftKey && !event.altKey && event.key.toLowerCase() === 'y') {
+            event.preventDefault();
+            document.execCommand('redo');
+        }
+    }, true);
+
+    // ---- the formatting toolbar's state ----------------------------------------------------
+    // Which on/off commands hold at the caret, sent when that changes: the toolbar shows Bold
+    // pressed inside bold text. Worked out once per burst of selection changes, after the
+    // keystroke's own push, and sent only when different.
+    const WATCHED_STATES = ['Bold', 'Italic', 'Underline', 'Subscript', 'Superscript',
+        'JustifyLeft', 'JustifyCenter', 'JustifyRight', 'InsertUnorderedList'];
+    let stateTimer = 0;
+    let lastState = null;
+
+    function sendState() {
+        stateTimer = 0;
+        if (!bridge) {
+            return;
+        }
+        const inBody = currentRange() !== null;
+        const state = WATCHED_STATES.filter(command => {
+            try {
+                return inBody && document.queryCommandState(command);
+            } catch (e) {
+                return false;
+            }
+        }).join(',');
+        if (state !== lastState) {
+            lastState = state;
+            bridge.formatStateChanged(generation, state);
+        }
+    }
+
+    function scheduleStateUpdate() {
+        if (!stateTimer) {
+            stateTimer = setTimeout(sendState, 0);
+        }
+    }
+
+    document.addEventListener('selectionchange', scheduleStateUpdate);
 
     function connect() {
         new QWebChannel(qt.webChannelTransport, channel => {

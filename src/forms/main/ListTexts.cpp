@@ -1,8 +1,8 @@
 // List texts of the main form.
 #include "forms/main/ListTexts.h"
 
-#include "content/Normalize.h"
 #include "base/TextUtil.h"
+#include "content/Normalize.h"
 
 namespace lumora {
 

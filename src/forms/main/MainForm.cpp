@@ -5,6 +5,8 @@
 #include "app/Session.h"
 #include "app/Workspace.h"
 #include "forms/dialogs/AboutForm.h"
+#include "forms/dialogs/FindForm.h"
+#include "forms/dialogs/FontForm.h"
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/main/ListTexts.h"
 #include "forms/main/ModuleActions.h"
@@ -22,7 +24,10 @@
 
 namespace lumora {
 
-MainForm::MainForm(Session& session, QWidget* parent) : QMainWindow(parent), session_(session) {
+MainForm::MainForm(Session& session, QWidget* parent)
+    : QMainWindow(parent), session_(session), editing_(session.prompt, [this](QWidget* editor) {
+          saveEditorContent(editor->objectName());
+      }) {
     setObjectName("frmMain");
     setWindowTitle("Lumora");
     buildMenus();
@@ -242,7 +247,7 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::FocusIn && watched->isWidgetType())
-        activeEditor_ = watched->objectName();
+        setActiveEditor(watched->objectName());
     return QMainWindow::eventFilter(watched, event);
 }
 

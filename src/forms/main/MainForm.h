@@ -4,11 +4,19 @@
 // MainFormLayout.cpp, and the open module's life (new, open, save, exit) is MainForm.cpp.
 #pragma once
 
+#include "forms/FormDialogs.h"
+#include "forms/SpellingDialog.h"
+#include "forms/dialogs/FindForm.h"
+#include "forms/dialogs/FontForm.h"
 #include "forms/dialogs/WebViewerForm.h"
+#include "forms/editor/EditingCommands.h"
 
 #include <QMainWindow>
 #include <QPointer>
 #include <QTimer>
+
+#include <utility>
+#include <vector>
 
 class QAction;
 class QCheckBox;
@@ -21,6 +29,8 @@ class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
+class QToolBar;
+class QToolButton;
 
 namespace lumora {
 
@@ -56,6 +66,26 @@ class MainForm : public QMainWindow {
     void saveEditorContent(const QString& editorName);
     QString activeEditorName() const { return activeEditor_; }
 
+    // --- editing (MainFormEditing.cpp) ---
+    // The editing commands the toolbars, the Edit menu and the inserting dialogs use.
+    EditingCommands& editing() { return editing_; }
+    // The control the Edit menu acts on: the active editor or field when it is on screen,
+    // else the editor of the tab shown; null on a tab without one.
+    QWidget* commandTarget() const;
+    // The page editor in use (design view or source view), or the question editor, by the tabs
+    // shown: where links and media go when no editor is named.
+    QWidget* tabEditor() const;
+    // Makes an editor or field the one the Edit menu acts on.
+    void setActiveEditor(const QString& name);
+    // The file-open and colour dialogs (tests answer them).
+    void setDialogs(FormDialogs* dialogs) { dialogs_ = dialogs; }
+    // The spell check's dialog; without one, Spell Check is unavailable.
+    void setSpellingDialog(SpellingDialog dialog);
+    // The file-open dialog of media insertion: the chosen path, or "" when cancelled.
+    QString chooseMediaFile();
+    // Copies a chosen file into the module and inserts it at the editor's selection.
+    void insertMedia(QWidget* editor);
+
     // A File menu entry placed above the separator before Exit (for example a package export).
     void insertFileMenuAction(QAction* action);
 
@@ -84,16 +114,41 @@ class MainForm : public QMainWindow {
     void lstTerms_Click();
     void lblEgg_Click();
     void tmrEgg_Timer();
+    void mnuEdit_Click();
+    void mnuCut_Click();
+    void mnuCopy_Click();
+    void mnuPasteUnformatted_Click();
+    void mnuClearPageFormat_Click();
+    void mnuSpellCheck_Click();
+    void mnuFind_Click();
+    void btnLink_Click();
+    void btnLinkQuestion_Click();
+    void btnInsertImage_Click();
+    void btnInsertImageQ_Click();
+    void btnUnformatLesson_Click();
+    void btnUnformatQuestion_Click();
+    void btnFontColor_Click();
+    void btnFont_Click();
+    void btnFontQ_Click();
+    void btnFontSizeUp_Click();
+    void btnFontSizeDown_Click();
+    void btnQFontSizeUp_Click();
+    void btnQFontSizeDown_Click();
 
-    // The open viewers, for the program's shutdown and for tests.
+    // The open viewers and dialogs, for the program's shutdown and for tests.
     PreviewForm* previewForm() const { return frmPreview_; }
     HelpForm* helpForm() const { return frmHelp_; }
+    FindForm* findForm() const { return frmFind_; }
+    FontForm* fontForm() const { return frmFont_; }
 
   signals:
     // Open was chosen and the save question answered: the folder chooser is wanted.
     void openRequested();
     // The exit question was answered Yes: the program ends.
     void exitConfirmed();
+    // An editing command of a toolbar, the Edit menu or an insert button has completed (its
+    // result, if any, is in the module).
+    void commandFinished();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -109,6 +164,16 @@ class MainForm : public QMainWindow {
     QWidget* buildQuestionsTab();
     QWidget* buildGlossaryTab();
     void connectFields();
+    // MainFormEditing.cpp
+    QToolBar* buildFormatBar(QWidget* parent, bool questionRow);
+    void buildEditMenu();
+    void showFormatState(bool questionRow, const QStringList& commands);
+    void formatCommand(HtmlEditor* editor, const QString& command);
+    void fontSizeStep(HtmlEditor* editor, int step);
+    void showFontForm(HtmlEditor* editor);
+    void enableEditCommands();
+    HtmlEditor* htmlEditorOf(QWidget* control) const;
+    QWidget* editorNamed(const QString& name) const;
     // MainFormLists.cpp
     void fillQuestionEditor();
     void clearQuestionEditor();
@@ -135,6 +200,10 @@ class MainForm : public QMainWindow {
     void placeEgg();
 
     Session& session_;
+    QtFormDialogs qtDialogs_;
+    FormDialogs* dialogs_ = &qtDialogs_;
+    EditingCommands editing_;
+    SpellingDialog spellingDialog_;
     QString activeEditor_;
     bool filling_ = false;        // the form is writing into its own fields
     bool exiting_ = false;        // the exit question was answered Yes
@@ -147,6 +216,12 @@ class MainForm : public QMainWindow {
     QMenu* mnuFile_ = nullptr;
     QAction* mnuSep2_ = nullptr;
     QMenu* mnuEdit_ = nullptr;
+    QAction* mnuCut_ = nullptr;
+    QAction* mnuCopy_ = nullptr;
+    QAction* mnuPasteUnformatted_ = nullptr;
+    QAction* mnuClearPageFormat_ = nullptr;
+    QAction* mnuSpellCheck_ = nullptr;
+    QAction* mnuFind_ = nullptr;
 
     // header
     QLineEdit* txtModuleTitle_ = nullptr;
@@ -161,6 +236,9 @@ class MainForm : public QMainWindow {
     QTabWidget* tabLessonPage_ = nullptr;
     HtmlEditor* dhtmlLessonEdit_ = nullptr;
     QPlainTextEdit* txtLessonEdit_ = nullptr;
+    QToolBar* pageToolbar_ = nullptr;
+    // The toolbar buttons that show an on/off command's state, by command word.
+    std::vector<std::pair<QString, QToolButton*>> pageStateButtons_, questionStateButtons_;
 
     // questions tab
     QListWidget* lstQAndA_ = nullptr;
@@ -190,6 +268,8 @@ class MainForm : public QMainWindow {
 
     QPointer<PreviewForm> frmPreview_;
     QPointer<HelpForm> frmHelp_;
+    QPointer<FindForm> frmFind_;
+    QPointer<FontForm> frmFont_;
 };
 
 } // namespace lumora

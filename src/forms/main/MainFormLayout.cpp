@@ -2,9 +2,9 @@
 // editors every pixel the form gains; this file keeps the rules that layouts cannot express.
 #include "forms/main/MainForm.h"
 
-#include "base/Prompt.h"
 #include "app/Session.h"
 #include "app/Startup.h"
+#include "base/Prompt.h"
 #include "forms/main/ListTexts.h"
 
 #include <QLabel>

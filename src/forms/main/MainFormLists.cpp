@@ -52,7 +52,7 @@ void MainForm::resetPage() {
     // The editors still hold the previous module right after a load; storing them then would
     // write one module's text into another.
     if (justLoaded) {
-        activeEditor_.clear();
+        setActiveEditor(QString());
         lessonEditorPage_ = questionEditorItem_ = -1;
     } else {
         saveEditorContent(activeEditor_);
@@ -71,6 +71,7 @@ void MainForm::resetPage() {
         session_.ModuleLoaded = false;
         session_.ModuleChanged = false;
     }
+    enableEditCommands();
 }
 
 void MainForm::tabMain_Click() {
@@ -168,7 +169,7 @@ void MainForm::storePageContent(int page, const std::string& html) {
 void MainForm::lessonEditorChanged(const QString& bodyHtml) {
     if (!lessonEditorReady_)
         return;
-    activeEditor_ = "dhtmlLessonEdit";
+    setActiveEditor("dhtmlLessonEdit");
     storePageContent(lessonEditorPage_, bodyHtml.toStdString());
 }
 
@@ -267,7 +268,7 @@ void MainForm::questionEditorChanged(const QString& bodyHtml) {
     auto& questions = session_.module.questions;
     if (item < 0 || item >= static_cast<int>(questions.size()))
         return;
-    activeEditor_ = "dhtmlQuestionEdit";
+    setActiveEditor("dhtmlQuestionEdit");
     std::string normalized = normalizeHTML(bodyHtml.toStdString());
     if (fromScriptString(normalized, session_.contentPaths()) == questions[item].questionText)
         return;

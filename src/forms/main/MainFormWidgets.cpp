@@ -1,7 +1,8 @@
 // Builds the main form's menus, header and tabs with the system's names, captions, tooltips
-// and mnemonics. Commands whose behaviour belongs to later work (clipboard, formatting, colour
-// scheme, spelling, find, item operations) exist here with their captions, disabled, so the
-// form already has its final shape.
+// and mnemonics. The Edit menu and the formatting rows are built with the editing commands
+// (MainFormEditing.cpp). Commands whose behaviour belongs to later work (colour scheme, item
+// operations, the choosers) exist here with their captions, disabled, so the form already has
+// its final shape.
 #include "forms/main/MainForm.h"
 
 #include "forms/editor/HtmlEditor.h"
@@ -21,6 +22,7 @@
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 namespace lumora {
@@ -82,16 +84,6 @@ QHBoxLayout* itemButtons(std::initializer_list<QPushButton*> buttons) {
     return row;
 }
 
-// A row reserved for the formatting buttons of an editor.
-QWidget* toolbarRow(QWidget* parent, const char* name) {
-    auto* row = named(new QWidget(parent), name);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
-    layout->addStretch();
-    return row;
-}
-
 } // namespace
 
 void MainForm::buildMenus() {
@@ -123,23 +115,7 @@ void MainForm::buildMenus() {
     QAction* mnuExit = menuItem(mnuFile_, "mnuExit", "E&xit");
     connect(mnuExit, &QAction::triggered, this, &MainForm::mnuExit_Click);
 
-    mnuEdit_ = menuBar()->addMenu("&Edit");
-    mnuEdit_->setObjectName("mnuEdit");
-    QAction* later[] = {
-        menuItem(mnuEdit_, "mnuCut", "Cut"),
-        menuItem(mnuEdit_, "mnuCopy", "Copy"),
-        menuItem(mnuEdit_, "mnuPasteUnformatted", "Paste Unformatted"),
-        separator(mnuEdit_, "mnuSep3"),
-        menuItem(mnuEdit_, "mnuClearPageFormat", "Clear Format"),
-        menuItem(mnuEdit_, "mnuColors", "Color Scheme"),
-        separator(mnuEdit_, "mnuSep4"),
-        menuItem(mnuEdit_, "mnuSpellCheck", "Spell Check"),
-        menuItem(mnuEdit_, "mnuFind", "Find"),
-    };
-    for (QAction* action : later)
-        if (!action->isSeparator())
-            action->setEnabled(false);
-    later[8]->setShortcut(QKeySequence::Find);
+    buildEditMenu();
 
     QMenu* mnuHelp = menuBar()->addMenu("&Help");
     mnuHelp->setObjectName("mnuHelp");
@@ -200,9 +176,13 @@ QWidget* MainForm::buildPagesTab() {
     titleRow->addWidget(txtPageTitle_, 1);
 
     auto* insertRow = new QHBoxLayout;
-    insertRow->addWidget(laterButton(frameMain_, "btnInsertImage", "Media", "Insert media"));
-    insertRow->addWidget(laterButton(frameMain_, "btnLink", "External Link",
-                                     "Create a hyperlink on the current selection"));
+    auto* btnInsertImage = button(frameMain_, "btnInsertImage", "Media", "Insert media");
+    connect(btnInsertImage, &QPushButton::clicked, this, &MainForm::btnInsertImage_Click);
+    auto* btnLink = button(frameMain_, "btnLink", "External Link",
+                           "Create a hyperlink on the current selection");
+    connect(btnLink, &QPushButton::clicked, this, &MainForm::btnLink_Click);
+    insertRow->addWidget(btnInsertImage);
+    insertRow->addWidget(btnLink);
     insertRow->addWidget(laterButton(frameMain_, "Command1", "Internal Link",
                                      "Create a hyperlink on the current selection"));
     insertRow->addWidget(
@@ -221,7 +201,8 @@ QWidget* MainForm::buildPagesTab() {
 
     auto* frame = new QVBoxLayout(frameMain_);
     frame->addLayout(titleRow);
-    frame->addWidget(toolbarRow(frameMain_, "pageToolbar"));
+    pageToolbar_ = buildFormatBar(frameMain_, false);
+    frame->addWidget(pageToolbar_);
     frame->addLayout(insertRow);
     frame->addWidget(tabLessonPage_, 1);
 
@@ -256,7 +237,7 @@ QWidget* MainForm::buildQuestionsTab() {
     connect(btnSubmit, &QPushButton::clicked, this, &MainForm::setQAndAList);
     auto* questionRow = new QHBoxLayout;
     questionRow->addWidget(label(frameQuestion_, "lblQuestion", "Question", dhtmlQuestionEdit_));
-    questionRow->addWidget(toolbarRow(frameQuestion_, "questionToolbar"), 1);
+    questionRow->addWidget(buildFormatBar(frameQuestion_, true), 1);
     questionRow->addWidget(btnSubmit);
 
     lstQuestionType_ = named(new QComboBox(frameQuestion_), "lstQuestionType",
@@ -365,9 +346,10 @@ void MainForm::connectFields() {
     connect(dhtmlLessonEdit_, &HtmlEditor::loaded, this, [this] { lessonEditorReady_ = true; });
     connect(dhtmlQuestionEdit_, &HtmlEditor::loaded, this, [this] { questionEditorReady_ = true; });
     connect(dhtmlLessonEdit_, &HtmlEditor::focusReceived, this,
-            [this] { activeEditor_ = "dhtmlLessonEdit"; });
+            [this] { setActiveEditor("dhtmlLessonEdit"); });
     connect(dhtmlQuestionEdit_, &HtmlEditor::focusReceived, this,
-            [this] { activeEditor_ = "dhtmlQuestionEdit"; });
+            [this] { setActiveEditor("dhtmlQuestionEdit"); });
+    connect(tabLessonPage_, &QTabWidget::currentChanged, this, &MainForm::enableEditCommands);
     // The other fields become the active control when clicked, for the Edit menu's commands.
     for (QWidget* field : std::initializer_list<QWidget*>{
              txtModuleTitle_, txtCopyright_, txtPageTitle_, txtLessonEdit_, txtTerm_,
