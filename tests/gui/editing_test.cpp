@@ -415,5 +415,161 @@ TEST_F(MediaTest, AFileAlreadyInMediaStaysAndAFileThatCannotBeCopiedInsertsNothi
         << session.module.questions[0].questionText;
 }
 
+// ---- spell check --------------------------------------------------------------------------
+
+// The checking dialog stood in for by one that corrects two words and records what it saw.
+class SpellCheckTest : public EditingTest {
+  protected:
+    void SetUp() override {
+        EditingTest::SetUp();
+        session.spellingAvailable = true;
+        form->setSpellingDialog([this](QWidget*, const std::string& block, bool html) {
+            blocks.push_back({block, html});
+            if (cancel)
+                return std::optional<std::string>();
+            std::string text = block;
+            for (auto [wrong, right] : {std::pair{"teh", "the"}, std::pair{"recieve", "receive"}})
+                for (std::size_t at; (at = text.find(wrong)) != std::string::npos;)
+                    text.replace(at, std::string(wrong).size(), right);
+            return std::optional<std::string>(text);
+        });
+    }
+    void spellCheck() {
+        run([&] { menu("mnuSpellCheck")->trigger(); });
+    }
+
+    std::vector<std::pair<std::string, bool>> blocks;
+    bool cancel = false;
+};
+
+TEST_F(SpellCheckTest, TheBlockIsCheckedAndPutBackBySelectionType) {
+    EXPECT_EQ(menu("mnuSpellCheck")->shortcut(), QKeySequence("F7"));
+    // Nothing selected: the whole page, without its line breaks, replaces the body.
+    showPage("<P>teh first</P>\r\n<P>we recieve <B>teh</B> &nbsp;rest</P>");
+    page->setFocus();
+    spellCheck();
+    ASSERT_EQ(blocks.size(), 1u);
+    EXPECT_EQ(blocks[0], std::pair(std::string("<P>teh first</P><P>we recieve <B>teh</B> "
+                                               "&nbsp;rest</P>"),
+                                   true));
+    EXPECT_EQ(pageContent(), "<P>the first</P><P>we receive <B>the</B> &nbsp;rest</P>");
+
+    // A selection: only it is checked and replaced.
+    showPage("<P>teh one</P><P>teh two teh</P>");
+    select(page, "P", "two teh");
+    spellCheck();
+    EXPECT_EQ(blocks.back().first, "two teh");
+    EXPECT_EQ(pageContent(), "<P>teh one</P><P>teh two the</P>");
+
+    // Nothing to correct, or the dialog cancelled: the content stays, only the first says so.
+    const std::string content = pageContent();
+    select(page, "P", "one");
+    spellCheck();
+    EXPECT_EQ(prompt.last()->text, "No errors were found");
+    EXPECT_EQ(prompt.last()->title, "No Errors");
+    EXPECT_EQ(prompt.last()->icon, Icon::Information);
+    cancel = true;
+    const std::size_t shown = prompt.messages.size();
+    spellCheck();
+    EXPECT_EQ(prompt.messages.size(), shown);
+    EXPECT_EQ(pageContent(), content);
+}
+
+TEST_F(SpellCheckTest, CellsMarkedAcrossRowsAreRefusedAndTheSourceViewIsPlainText) {
+    const std::string table = "<TABLE><TBODY><TR><TD>teh a</TD></TR><TR><TD>teh b</TD></TR>"
+                              "</TBODY></TABLE>";
+    showPage(table);
+    page->setFocus();
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return form->activeEditorName() == "dhtmlLessonEdit"; }, kWaitMs));
+    select(page, "TD", "a", "teh b");
+    spellCheck();
+    EXPECT_EQ(prompt.last()->text, "Please select a larger area around the table.");
+    EXPECT_EQ(prompt.last()->title, "Expand Selection");
+    EXPECT_TRUE(blocks.empty());
+    EXPECT_FALSE(session.ModuleChanged);
+
+    control<QTabWidget>(form, "tabLessonPage")->setCurrentIndex(1);
+    auto* source = control<QPlainTextEdit>(form, "txtLessonEdit");
+    source->setFocus();
+    source->setPlainText("<P>teh text</P>");
+    spellCheck();
+    ASSERT_EQ(blocks.size(), 1u);
+    EXPECT_EQ(blocks[0], std::pair(std::string("<P>teh text</P>"), false));
+    EXPECT_EQ(pageContent(), "<P>the text</P>");
+}
+
+TEST_F(SpellCheckTest, WithoutADictionaryTheCommandIsOffAndSaysWhy) {
+    session.spellingAvailable = false;
+    form->mnuEdit_Click();
+    EXPECT_FALSE(menu("mnuSpellCheck")->isEnabled());
+    EXPECT_TRUE(menu("mnuSpellCheck")->toolTip().contains("not available"));
+}
+
+// ---- the Edit menu and bad input ------------------------------------------------------------
+
+TEST_F(EditingTest, EditMenuFollowsTheTabAndTheActiveControl) {
+    auto* tabs = control<QTabWidget>(form, "tabMain");
+    const std::vector<std::tuple<int, const char*, bool>> rows = {
+        {0, "Clear Page Format", true},
+        {1, "Clear Question Format", true},
+        {2, "Clear Format", false}};
+    for (const auto& [tab, caption, clearable] : rows) {
+        tabs->setCurrentIndex(tab);
+        form->mnuEdit_Click();
+        EXPECT_EQ(menu("mnuClearPageFormat")->text().toStdString(), caption);
+        EXPECT_EQ(menu("mnuClearPageFormat")->isEnabled(), clearable) << caption;
+    }
+    // On the questions tab only the question editor takes a paste.
+    tabs->setCurrentIndex(1);
+    control<QLineEdit>(form, "txtModuleTitle")->setFocus();
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return form->activeEditorName() == "txtModuleTitle"; }, kWaitMs));
+    form->mnuEdit_Click();
+    EXPECT_FALSE(menu("mnuPasteUnformatted")->isEnabled());
+    question->setFocus();
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return form->activeEditorName() == "dhtmlQuestionEdit"; }, kWaitMs));
+    form->mnuEdit_Click();
+    EXPECT_TRUE(menu("mnuPasteUnformatted")->isEnabled());
+
+    const std::vector<std::pair<const char*, QKeySequence>> shortcuts = {
+        {"mnuCut", QKeySequence("Ctrl+X")},
+        {"mnuCopy", QKeySequence("Ctrl+C")},
+        {"mnuPasteUnformatted", QKeySequence("Ctrl+Shift+V")},
+        {"mnuFind", QKeySequence("Ctrl+F")}};
+    for (const auto& [name, keys] : shortcuts)
+        EXPECT_EQ(menu(name)->shortcut(), keys) << name;
+}
+
+// A paste of megabytes goes in whole, as text, and a selection from a paragraph into a table
+// keeps every word through formatting and cutting.
+TEST_F(EditingTest, LargePastesAndSelectionsAcrossATableLoseNothing) {
+    showPage("<P>start</P>");
+    page->setFocus();
+    caretIn(page, "start");
+    std::string big;
+    while (big.size() < 5'000'000)
+        big += "line of <pasted> text & more " + std::to_string(big.size()) + "\n";
+    clipboardText(QString::fromStdString(big));
+    run([&] { menu("mnuPasteUnformatted")->trigger(); });
+    EXPECT_GT(pageContent().size(), 5'000'000u);
+    EXPECT_TRUE(containsText(pageContent(), "<P>s" + std::string("line of &lt;pasted&gt; text "
+                                                                 "&amp; more 0<BR>")));
+    EXPECT_TRUE(containsText(pageContent(), "tart</P>"));
+
+    showPage("<P>before the table</P><TABLE><TBODY><TR><TD>first cell</TD><TD>second "
+             "cell</TD></TR></TBODY></TABLE><P>after</P>");
+    select(page, "P, TD", "the table", "first");
+    click("btnBold");
+    for (const char* word : {"before", "the table", "first", "cell", "second", "after"})
+        EXPECT_TRUE(containsText(pageContent(), word)) << word << "\n" << pageContent();
+    select(page, "P, TD", "the table", "first");
+    run([&] { menu("mnuCut")->trigger(); });
+    EXPECT_TRUE(clipboardText().contains("the table")) << clipboardText().toStdString();
+    for (const char* word : {"before", "cell", "second", "after"})
+        EXPECT_TRUE(containsText(pageContent(), word)) << word << "\n" << pageContent();
+}
+
 } // namespace
 } // namespace lumora::testing

@@ -157,6 +157,22 @@ TEST_F(HtmlEditorTest, AuthorTypingPushesTheNewContentAndLoadingPushesNothing) {
     EXPECT_GE(changed.size(), 2);
 }
 
+// The browser's own undo stays with the author's typing, and Ctrl+Y redoes.
+TEST_F(HtmlEditorTest, CtrlZUndoesAndCtrlYRedoesTyping) {
+    show("<P>x</P>");
+    editor.view()->setFocus();
+    js("getSelection().collapse(document.querySelector('P').firstChild, 1)");
+    QWidget* target = editor.view()->focusProxy() ? editor.view()->focusProxy() : editor.view();
+    QTest::keyClicks(target, "ab");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>xab</P>"; }, kTimeoutMs));
+    QTest::keyClick(target, Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>x</P>"; }, kTimeoutMs))
+        << str(editor.bodyHtml());
+    QTest::keyClick(target, Qt::Key_Y, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>xab</P>"; }, kTimeoutMs))
+        << str(editor.bodyHtml());
+}
+
 TEST_F(HtmlEditorTest, ContentScriptsAndInlineHandlersNeverRun) {
     const QString page = "<P>x</P><SCRIPT>window.ranScript = 1;</SCRIPT>"
                          "<IMG src=\"missing.png\" onerror=\"window.ranHandler = 1\">"

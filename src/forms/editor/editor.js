@@ -809,7 +809,10 @@
         },
 
         // Plain text in place of the selection; its line breaks become <BR>. Built as nodes
-        // rather than typed, so a text of megabytes goes in at once.
+        // rather than typed, so a text of megabytes goes in at once. The selection is let go
+        // while the nodes go in and put after them once the command has answered: a live
+        // selection would make the engine lay out all of the new text before the command
+        // returns.
         insertText(text) {
             const fragment = document.createDocumentFragment();
             text.split(/\r\n|\r|\n/).forEach((line, i) => {
@@ -820,15 +823,16 @@
                     fragment.appendChild(document.createTextNode(line));
                 }
             });
-            const range = rangeOrEndOfBody();
+            const range = rangeOrEndOfBody().cloneRange();
+            window.getSelection().removeAllRanges();
             range.deleteContents();
             const last = fragment.lastChild;
             range.insertNode(fragment);
             if (last) {
                 range.setStartAfter(last);
                 range.collapse(true);
-                setSelection(range);
             }
+            setTimeout(() => setSelection(range), 0);
         },
 
         execOnSelection(command, value) {
@@ -1076,6 +1080,28 @@
         if (target && CONTROL_ELEMENTS.has(target.tagName) && document.body.contains(target)) {
             selectNode(target);
         }
+    }, true);
+
+    // A long plain text pasted with the browser's own paste would be inserted line by line,
+    // taking minutes for megabytes; it goes in the way Paste Unformatted puts it.
+    const LONG_PASTE = 64 * 1024;
+    document.addEventListener('paste', event => {
+        const data = event.clipboardData;
+        if (!data || data.types.indexOf('text/html') >= 0) {
+            return;
+        }
+        const text = data.getData('text/plain');
+        if (text.length < LONG_PASTE) {
+            return;
+        }
+        event.preventDefault();
+        inCommand = true;
+        try {
+            editor.insertText(text);
+        } finally {
+            inCommand = false;
+        }
+        push();
     }, true);
 
     // Ctrl+Y redoes, as it does in the authors' other editors (the browser binds only
