@@ -154,7 +154,8 @@ void HtmlEditor::onShellReady(int shell) {
 void HtmlEditor::applyPendingContent() {
     m_contentPending = false;
     const int generation = m_generation;
-    m_page->runJavaScript(callScript(QStringLiteral("setBody"), {m_bodyHtml, generation}),
+    m_page->runJavaScript(callScript(QStringLiteral("setBody"),
+                                     {m_bodyHtml, generation, m_reportsFormatState}),
                           QWebEngineScript::MainWorld, [this, generation](const QVariant& set) {
                               if (generation != m_generation) {
                                   return;

@@ -56,6 +56,10 @@ class HtmlEditor : public QWidget {
 
     QWebEngineView* view() const { return m_view; }
 
+    // Whether formatStateChanged is reported (for an editor with a toolbar); off by default,
+    // so an editor without one spends nothing on it. Takes effect with the next setContent.
+    void setReportsFormatState(bool reports) { m_reportsFormatState = reports; }
+
   signals:
     void contentChanged(const QString& bodyHtml);
     // The on/off commands that hold at the caret ("Bold", "Italic", "Underline", "Subscript",
@@ -85,6 +89,7 @@ class HtmlEditor : public QWidget {
     bool m_shellReady = false;
     bool m_loaded = false;
     bool m_contentPending = false;
+    bool m_reportsFormatState = false;
     int m_generation = 0; // which setContent the document shows or is about to show
     int m_shell = 0;      // which shell document is loading or loaded
 };

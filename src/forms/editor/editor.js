@@ -435,8 +435,9 @@
     // ---- the operations C++ and later dialogs call ---------------------------------------
     const editor = {
         // Shows new content. innerHTML never runs the scripts it creates.
-        setBody(html, contentGeneration) {
+        setBody(html, contentGeneration, reportsState) {
             generation = contentGeneration;
+            reportState = reportsState === true;
             spellings = new Map();
             bareAttributes = new Set();
             blockCache = new WeakMap();
@@ -447,7 +448,7 @@
                 {childList: true, subtree: true, attributes: true, characterData: true});
             lastPushed = bodyHTML();
             lastState = null;
-            scheduleStateUpdate();
+            scheduleStateUpdate(true);
             // Lay the page out now, while the author is still reading it, rather than at the
             // first keystroke.
             void document.body.getBoundingClientRect();
@@ -775,6 +776,35 @@
     // the author does can come between the steps.
     const FORMAT_WORDS = ['Bold', 'Italic', 'Underline'];
 
+    // applyFormatState after its RemoveFormat.
+    function reapplyFormatState(state) {
+        for (const word of FORMAT_WORDS) {
+            if (state.indexOf(word) >= 0) {
+                exec(word);
+            }
+        }
+        const face = state.indexOf('FontName');
+        if (face >= 0) {
+            const end = state.indexOf('-', face + 8);
+            exec('fontName', state.slice(face + 8, end < 0 ? undefined : end));
+        }
+        const color = state.indexOf('ForeColor');
+        if (color >= 0) {
+            exec('foreColor', colorNumberToHex(parseInt(state.slice(color + 9), 10) || 0));
+        }
+    }
+
+    // Puts HTML in place of the selection, replacing a selected image or table whole.
+    function pasteReplacing(html) {
+        if (editor.selectionType() === 'Control') {
+            const range = currentRange();
+            range.deleteContents();
+            setSelection(range);
+        }
+        editor.pasteHTML(html);
+        return true;
+    }
+
     Object.assign(editor, {
         // The classic control's getSelectionHTML: "Text" gives the fragment untrimmed,
         // "Control" the element trimmed, "None" nothing.
@@ -799,13 +829,7 @@
             if (html.indexOf('href') >= 0) {
                 exec('unlink');
             }
-            if (editor.selectionType() === 'Control') {
-                const range = currentRange();
-                range.deleteContents();
-                setSelection(range);
-            }
-            editor.pasteHTML(html);
-            return true;
+            return pasteReplacing(html);
         },
 
         // Plain text in place of the selection; its line breaks become <BR>. Built as nodes
@@ -862,20 +886,7 @@
 
         applyFormatState(state) {
             exec('removeFormat');
-            for (const word of FORMAT_WORDS) {
-                if (state.indexOf(word) >= 0) {
-                    exec(word);
-                }
-            }
-            const face = state.indexOf('FontName');
-            if (face >= 0) {
-                const end = state.indexOf('-', face + 8);
-                exec('fontName', state.slice(face + 8, end < 0 ? undefined : end));
-            }
-            const color = state.indexOf('ForeColor');
-            if (color >= 0) {
-                exec('foreColor', colorNumberToHex(parseInt(state.slice(color + 9), 10) || 0));
-            }
+            reapplyFormatState(state);
         },
 
         // Wraps the selection in open + text + close: the selection loses its links and its
@@ -887,9 +898,10 @@
             const state = editor.getFormatState();
             exec('removeFormat');
             const text = linkText(editor.selectionHTML());
-            editor.applyFormatState(state);
+            // The formatting and the links are off already; neither is taken off again.
+            reapplyFormatState(state);
             narrowSelectionToText();
-            return editor.insertHTMLAtSelection(
+            return pasteReplacing(
                 open + (text === '' ? emptyText : stripOuterParagraph(text)) + close);
         },
 
@@ -1060,7 +1072,7 @@
         const html = bodyHTML();
         const changed = html !== lastPushed;
         lastPushed = html;
-        scheduleStateUpdate();
+        scheduleStateUpdate(true);
         return {result, generation, body: changed ? html : null};
     };
 
@@ -1121,16 +1133,28 @@
         'JustifyLeft', 'JustifyCenter', 'JustifyRight', 'InsertUnorderedList'];
     let stateTimer = 0;
     let lastState = null;
+    let reportState = false; // only an editor with a toolbar asks for its state
+
+    // Typing moves the caret within one text node, where nothing of the state can change;
+    // that is most selection changes, and they cost nothing.
+    let lastCaretNode = null;
 
     function sendState() {
         stateTimer = 0;
         if (!bridge) {
             return;
         }
-        const inBody = currentRange() !== null;
+        const range = currentRange();
+        const caretNode = range && range.collapsed &&
+            range.startContainer.nodeType === Node.TEXT_NODE ? range.startContainer : null;
+        if (caretNode !== null && caretNode === lastCaretNode && !stateForced) {
+            return;
+        }
+        lastCaretNode = caretNode;
+        stateForced = false;
         const state = WATCHED_STATES.filter(command => {
             try {
-                return inBody && document.queryCommandState(command);
+                return range !== null && document.queryCommandState(command);
             } catch (e) {
                 return false;
             }
@@ -1141,8 +1165,13 @@
         }
     }
 
-    function scheduleStateUpdate() {
-        if (!stateTimer) {
+    let stateForced = false;
+    // A command may change the state where the caret stands; new content starts afresh.
+    function scheduleStateUpdate(force) {
+        if (force === true) {
+            stateForced = true;
+        }
+        if (reportState && !stateTimer) {
             stateTimer = setTimeout(sendState, 0);
         }
     }

@@ -150,6 +150,7 @@ QToolBar* MainForm::buildFormatBar(QWidget* parent, bool questionRow) {
     bar->setObjectName(questionRow ? "questionToolbar" : "pageToolbar");
     bar->setIconSize(QSize(16, 16));
     HtmlEditor* editor = questionRow ? dhtmlQuestionEdit_ : dhtmlLessonEdit_;
+    editor->setReportsFormatState(true);
     auto& stateButtons = questionRow ? questionStateButtons_ : pageStateButtons_;
     for (const FormatButton& b : questionRow ? std::span<const FormatButton>(kQuestionRow)
                                              : std::span<const FormatButton>(kPageRow)) {
