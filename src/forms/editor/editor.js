@@ -776,6 +776,43 @@
     // the author does can come between the steps.
     const FORMAT_WORDS = ['Bold', 'Italic', 'Underline'];
 
+    // Whether an element that `matches` holds the selection or lies within it. Each editing
+    // command lays the whole page out first; the ones that would find nothing to do are not
+    // run.
+    function selectionTouches(matches) {
+        const range = currentRange();
+        if (!range) {
+            return false;
+        }
+        const around = node => {
+            for (let e = node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
+                 e && e !== document.body; e = e.parentElement) {
+                if (matches(e)) {
+                    return true;
+                }
+            }
+            return false;
+        };
+        if (around(range.startContainer) || around(range.endContainer)) {
+            return true;
+        }
+        const root = range.commonAncestorContainer;
+        if (root.nodeType !== Node.ELEMENT_NODE) {
+            return false;
+        }
+        for (const e of root.getElementsByTagName('*')) {
+            if (matches(e) && range.intersectsNode(e)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    const isLink = e => e.tagName === 'A' && e.hasAttribute('href');
+    const INLINE_FORMAT = new Set(['B', 'STRONG', 'I', 'EM', 'U', 'INS', 'FONT', 'SPAN', 'SUB',
+        'SUP', 'S', 'STRIKE', 'DEL', 'BIG', 'SMALL', 'TT', 'CODE', 'KBD', 'SAMP', 'VAR', 'DFN',
+        'ABBR', 'ACRONYM', 'CITE', 'Q', 'MARK']);
+    const isFormatting = e => INLINE_FORMAT.has(e.tagName) || e.hasAttribute('style');
+
     // applyFormatState after its RemoveFormat.
     function reapplyFormatState(state) {
         for (const word of FORMAT_WORDS) {
@@ -826,7 +863,7 @@
         // selection is unlinked first when the HTML holds one; a selected image or table is
         // replaced. True when something was inserted.
         insertHTMLAtSelection(html) {
-            if (html.indexOf('href') >= 0) {
+            if (html.indexOf('href') >= 0 && selectionTouches(isLink)) {
                 exec('unlink');
             }
             return pasteReplacing(html);
@@ -894,9 +931,13 @@
         // formatting is put back around what replaces it. The hyperlink, page link and term
         // commands all work this way. True when something was inserted.
         wrapSelection(open, close, emptyText) {
-            exec('unlink');
+            if (selectionTouches(isLink)) {
+                exec('unlink');
+            }
             const state = editor.getFormatState();
-            exec('removeFormat');
+            if (selectionTouches(isFormatting)) {
+                exec('removeFormat');
+            }
             const text = linkText(editor.selectionHTML());
             // The formatting and the links are off already; neither is taken off again.
             reapplyFormatState(state);
