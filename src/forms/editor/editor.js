@@ -529,7 +529,10 @@
         // selected) and leaves the caret after it. Parsed in a template, so no script runs.
         pasteHTML(html) {
             learnSpellings(html);
-            const range = rangeOrEndOfBody();
+            // Changed with the selection let go: a live selection follows every change of the
+            // document, each time at the cost of laying out the page.
+            const range = rangeOrEndOfBody().cloneRange();
+            window.getSelection().removeAllRanges();
             range.deleteContents();
             const template = document.createElement('template');
             template.innerHTML = html;

@@ -302,11 +302,14 @@ void MainForm::enableEditCommands() {
 
     const bool spelling = session_.spellingAvailable && spellingDialog_;
     mnuSpellCheck_->setEnabled(spelling && target != nullptr);
-    mnuSpellCheck_->setToolTip(
-        spelling ? QString()
-                 : QString("Spell Check is not available: no spelling dictionary could be "
-                           "loaded from %1")
-                       .arg(QString::fromStdString(session_.spellingFolder)));
+    QString why;
+    if (!session_.spellingAvailable)
+        why = QString("Spell Check is not available: no spelling dictionary could be loaded "
+                      "from %1")
+                  .arg(QString::fromStdString(session_.spellingFolder));
+    else if (!spellingDialog_)
+        why = "Spell Check is not available: this build has no spelling dialog";
+    mnuSpellCheck_->setToolTip(why);
     if (pageToolbar_)
         pageToolbar_->setEnabled(designShown);
 }
