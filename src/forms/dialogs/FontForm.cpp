@@ -8,6 +8,8 @@
 
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -25,6 +27,8 @@ FontForm::FontForm(EditingCommands& commands, HtmlEditor* editor, Prompt& prompt
     lstFonts_ = new SimpleComboBox(this);
     lstFonts_->setObjectName("lstFonts");
     lstFonts_->setAccessibleName("Font");
+    lstFonts_->lineEdit()->setAccessibleName("Font");
+    lstFonts_->list()->setAccessibleName("Installed fonts");
     connect(lstFonts_, &SimpleComboBox::itemDoubleClicked, this, &FontForm::OKButton_Click);
 
     auto* OKButton = new QPushButton("OK", this);
