@@ -6,6 +6,7 @@
 #include "forms/FormDialogs.h"
 #include "forms/editor/HtmlEditor.h"
 #include "forms/main/MainForm.h"
+#include "platform/ProcessStarter.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -81,9 +82,7 @@ struct OpenLesson {
     QTemporaryDir root;
     YesPrompt prompt;
     lumora::NullRegistry registry;
-    struct : lumora::ProcessStarter {
-        long start(const std::string&, bool) override { return 0; }
-    } processes;
+    lumora::PosixProcessStarter processes;
     lumora::Session session{prompt, registry, processes};
     RedDialogs dialogs;
     std::unique_ptr<lumora::MainForm> form;

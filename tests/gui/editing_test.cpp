@@ -6,6 +6,8 @@
 #include "forms/dialogs/FindForm.h"
 #include "forms/dialogs/FontForm.h"
 #include "forms/dialogs/SimpleComboBox.h"
+#include "gui/SpellAnswers.h"
+#include "platform/HunspellEngine.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -497,6 +499,28 @@ TEST_F(SpellCheckTest, CellsMarkedAcrossRowsAreRefusedAndTheSourceViewIsPlainTex
     ASSERT_EQ(blocks.size(), 1u);
     EXPECT_EQ(blocks[0], std::pair(std::string("<P>teh text</P>"), false));
     EXPECT_EQ(pageContent(), "<P>the text</P>");
+}
+
+// The program's own checking dialog over the staged dictionaries, reached with F7's command.
+class CheckingDialogTest : public EditingTest {
+  protected:
+    void SetUp() override {
+        session.spelling = &engine;
+        EditingTest::SetUp();
+    }
+    HunspellEngine engine;
+};
+
+TEST_F(CheckingDialogTest, TwoMisspellingsAreCorrectedThroughTheDialog) {
+    if (!session.spellingAvailable)
+        GTEST_SKIP() << "no dictionary staged";
+    showPage("<P>Teh operator signs the permitt.</P>\r\n<P>Keep the permitt <B>on site</B>.</P>");
+    page->setFocus();
+    SpellAnswers answers({press("cmdChange", "The"), press("cmdChangeAll", "permit")});
+    run([&] { menu("mnuSpellCheck")->trigger(); });
+    EXPECT_EQ(answers.asked, (std::vector<std::string>{"Teh", "permitt"}));
+    EXPECT_EQ(pageContent(), "<P>The operator signs the permit.</P><P>Keep the permit <B>on "
+                             "site</B>.</P>");
 }
 
 TEST_F(SpellCheckTest, WithoutADictionaryTheCommandIsOffAndSaysWhy) {

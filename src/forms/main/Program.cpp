@@ -5,6 +5,7 @@
 #include "app/Session.h"
 #include "app/Startup.h"
 #include "forms/dialogs/FolderChooser.h"
+#include "forms/dialogs/SpellCheckDialog.h"
 #include "forms/dialogs/SplashForm.h"
 #include "forms/dialogs/StartChooser.h"
 #include "forms/main/MainForm.h"
@@ -80,6 +81,12 @@ void Program::showFolderChooser() {
 void Program::showMainForm() {
     if (!mainForm_) {
         mainForm_ = new MainForm(session_);
+        // Spell Check works through the checking dialog over the engine start-up prepared.
+        if (SpellingEngine* engine = session_.spelling)
+            mainForm_->setSpellingDialog(
+                [engine](QWidget* parent, const std::string& block, bool html) {
+                    return runSpellCheck(parent, *engine, block, html);
+                });
         connect(mainForm_, &MainForm::openRequested, this, &Program::showFolderChooser);
         connect(mainForm_, &MainForm::exitConfirmed, this, &Program::shutdown);
     }
