@@ -10,7 +10,11 @@ const char* const kUsageText =
     "  check NAME               load and check the questions\n"
     "  save NAME [--non-scorm]  load and save, for SCORM/AICC or not\n"
     "  show NAME                the loaded module as JSON\n"
-    "  package NAME [-o FILE]   a zip ready to upload to an LMS\n"
+    "  package NAME [--format scorm12|scorm2004|cmi5] [--mastery N] [-o FILE]\n"
+    "                           a zip ready to upload to an LMS: SCORM 1.2 with the AICC\n"
+    "                           course files (the default), SCORM 2004 4th Edition or cmi5;\n"
+    "                           --mastery: an Evaluation's pass mark in percent (0-100);\n"
+    "                           FILE defaults to NAME-FORMAT.zip\n"
     "\n"
     "The workspace is --workspace, else $LUMORA_WORKSPACE, else MyContent beside the\n"
     "program (installed system-wide: Lumora in your documents folder). A missing\n"
@@ -36,6 +40,11 @@ std::optional<CliOptions> parseArguments(const std::vector<std::string>& args, s
                                                    : o.outPath;
             if (!value(into))
                 return std::nullopt;
+        } else if (a == "--format" || a == "--mastery") {
+            std::string text;
+            if (!value(text))
+                return std::nullopt;
+            (a == "--format" ? o.format : o.mastery) = std::move(text);
         } else if (a == "--yes") {
             o.yes = true;
         } else if (a == "--non-scorm") {

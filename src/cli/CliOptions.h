@@ -8,11 +8,13 @@
 namespace lumora::cli {
 
 struct CliOptions {
-    std::string workspace; // --workspace DIR
-    std::string appDir;    // --app-dir DIR
-    bool yes = false;      // --yes
-    bool nonScorm = false; // --non-scorm (save)
-    std::string outPath;   // -o FILE (package)
+    std::string workspace;              // --workspace DIR
+    std::string appDir;                 // --app-dir DIR
+    bool yes = false;                   // --yes
+    bool nonScorm = false;              // --non-scorm (save)
+    std::string outPath;                // -o FILE (package)
+    std::optional<std::string> format;  // --format NAME (package)
+    std::optional<std::string> mastery; // --mastery N (package)
     bool help = false;
     std::string command;
     std::vector<std::string> operands;

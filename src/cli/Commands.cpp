@@ -100,7 +100,8 @@ int commandShow(Session& session, const CliOptions& o, std::ostream& out) {
 int commandPackage(Session& session, const CliOptions& o, std::ostream&) {
     if (o.operands.size() != 1)
         return kUsage;
-    return runPackageCommand(session, o.operands[0], o.outPath);
+    return runPackageCommand(session,
+                             PackageRequest{o.operands[0], o.outPath, o.format, o.mastery});
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "platform/PackageExport.h"
 
 #include "platform/ZipPackage.h"
-#include "storage/LmsFiles.h"
 
 #include <filesystem>
 #include <system_error>
@@ -10,13 +9,12 @@ namespace lumora {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> exportModulePackage(const CourseModule& module,
-                                             const std::string& zipPath) {
-    WriteLmsFiles(module);
-    std::vector<std::string> problems = checkPackageFolder(module.ModuleFolder);
-    if (problems.empty())
-        writePackage(module.ModuleFolder, zipPath);
-    return problems;
+std::vector<std::string> exportModulePackage(const CourseModule& module, const std::string& zipPath,
+                                             const PackageOptions& options) {
+    const PackagePlan plan = planPackage(module, options);
+    if (plan.problems.empty())
+        writePackage(plan.entries, zipPath);
+    return plan.problems;
 }
 
 bool packagePathInsideModule(const std::string& zipPath, const std::string& moduleFolder) {
@@ -25,6 +23,10 @@ bool packagePathInsideModule(const std::string& zipPath, const std::string& modu
     const fs::path f = fs::weakly_canonical(fs::absolute(moduleFolder, ec), ec);
     const fs::path rel = p.lexically_relative(f);
     return !rel.empty() && *rel.begin() != "..";
+}
+
+std::string suggestedPackageName(const std::string& folderName, PackageFormat format) {
+    return folderName + "-" + packageFormatName(format) + ".zip";
 }
 
 } // namespace lumora

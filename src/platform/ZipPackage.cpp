@@ -1,13 +1,11 @@
 // Zip packages through libzip.
 #include "platform/ZipPackage.h"
 
-#include "storage/LmsFiles.h"
 #include "storage/Paths.h"
 #include "storage/TextFile.h"
 
 #include <zip.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -35,38 +33,39 @@ void abandon(zip_t* archive, const std::string& tmp) {
 
 } // namespace
 
-void writePackage(const std::string& moduleFolder, const std::string& zipPath) {
-    std::error_code ec;
-    if (!fs::is_directory(fsPath(moduleFolder), ec))
-        throw FileError(moduleFolder, "folder not found");
-    std::vector<std::string> files = listPackageFiles(moduleFolder);
-    if (files.empty())
-        throw FileError(moduleFolder, "the folder holds no files to package");
-    // The manifest first: readers that peek at the start of a package find it at once.
-    auto manifest = std::find(files.begin(), files.end(), std::string(kManifestFile));
-    if (manifest != files.end())
-        std::rotate(files.begin(), manifest, manifest + 1);
-
+void writePackage(const std::vector<PackageEntry>& entries, const std::string& zipPath) {
+    if (entries.empty())
+        throw FileError(zipPath, "there are no files to package");
     const std::string tmp = zipPath + ".tmp-lumora";
+    std::error_code ec;
     fs::remove(fsPath(tmp), ec);
     int code = 0;
     zip_t* archive = zip_open(tmp.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
     if (!archive)
         throw FileError(zipPath, libzipError(code));
 
-    for (const std::string& file : files) {
-        const std::string source = (fsPath(moduleFolder) / fsPath(file)).string();
-        zip_source_t* data = zip_source_file(archive, source.c_str(), 0, -1);
+    for (const PackageEntry& entry : entries) {
+        zip_source_t* data = nullptr;
+        if (entry.sourcePath.empty()) {
+            // The plan outlives the archive's close, when libzip reads the buffer.
+            data = zip_source_buffer(archive, entry.bytes.data(), entry.bytes.size(), 0);
+        } else {
+            if (!fs::is_regular_file(fs::symlink_status(fsPath(entry.sourcePath), ec))) {
+                abandon(archive, tmp);
+                throw FileError(entry.sourcePath, "not a regular file of the module folder");
+            }
+            data = zip_source_file(archive, entry.sourcePath.c_str(), 0, -1);
+        }
         if (!data) {
             std::string reason = zip_strerror(archive);
             abandon(archive, tmp);
-            throw FileError(source, reason);
+            throw FileError(entry.sourcePath.empty() ? zipPath : entry.sourcePath, reason);
         }
-        if (zip_file_add(archive, file.c_str(), data, ZIP_FL_ENC_UTF_8) < 0) {
+        if (zip_file_add(archive, entry.name.c_str(), data, ZIP_FL_ENC_UTF_8) < 0) {
             std::string reason = zip_strerror(archive);
             zip_source_free(data);
             abandon(archive, tmp);
-            throw FileError(zipPath, "cannot add " + file + ": " + reason);
+            throw FileError(zipPath, "cannot add " + entry.name + ": " + reason);
         }
     }
     // The files are read only now, when the archive is written.

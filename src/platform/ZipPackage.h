@@ -1,14 +1,19 @@
-// The package an LMS imports: a zip of the module folder with imsmanifest.xml at its root.
+// The package an LMS imports: a zip of a package plan's entries (storage/LmsPackage.h).
 #pragma once
 
+#include "storage/LmsPackage.h"
+
 #include <string>
+#include <vector>
 
 namespace lumora {
 
-// Writes every file of the module folder (as listPackageFiles names them: no dotfiles, no
-// unfinished temporary files) into a zip at zipPath, paths relative to the folder. The zip is
-// built under a temporary name beside zipPath and renamed over it when complete, so an old
-// package survives a failure. Throws FileError naming the file and the reason.
-void writePackage(const std::string& moduleFolder, const std::string& zipPath);
+// Writes the entries, in their order, into a zip at zipPath: the files named by sourcePath
+// copied as they are, the others from their bytes. A source that is no longer a regular file
+// (replaced by a symbolic link since it was listed) is refused. The zip is built under a
+// temporary name beside zipPath and renamed over it when complete, so an old package survives
+// a failure and a failed export leaves nothing behind. Throws FileError naming the file and
+// the reason.
+void writePackage(const std::vector<PackageEntry>& entries, const std::string& zipPath);
 
 } // namespace lumora

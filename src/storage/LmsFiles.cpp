@@ -74,11 +74,6 @@ std::string folderForComment(std::string_view folder) {
     return out;
 }
 
-std::string manifestComment(std::string_view folderName) {
-    return "<!--" + std::string(kFolderCommentStart) + folderForComment(folderName) +
-           std::string(kFolderCommentEnd) + "-->";
-}
-
 std::string manifestPath(const std::string& folder) {
     return joinPath(folder, kManifestFile);
 }
@@ -192,6 +187,11 @@ std::string pathForHref(std::string_view href) {
 
 // --- identity -----------------------------------------------------------------------------
 
+std::string manifestComment(std::string_view folderName) {
+    return "<!--" + std::string(kFolderCommentStart) + folderForComment(folderName) +
+           std::string(kFolderCommentEnd) + "-->";
+}
+
 bool isModuleId(std::string_view id) {
     if (id.size() != kIdPrefix.size() + kIdHexDigits || !id.starts_with(kIdPrefix))
         return false;
@@ -257,7 +257,8 @@ std::vector<std::string> listPackageFiles(const std::string& folder) {
                 it.disable_recursion_pending();
             continue;
         }
-        if (name.ends_with(kTempSuffix) || !it->is_regular_file(ec))
+        // symlink_status: a link is judged as itself, never as what it points at.
+        if (name.ends_with(kTempSuffix) || !fs::is_regular_file(it->symlink_status(ec)))
             continue;
         files.push_back(it->path().lexically_relative(root).generic_string());
     }
@@ -267,9 +268,14 @@ std::vector<std::string> listPackageFiles(const std::string& folder) {
     return files;
 }
 
-std::string manifestXml(const LmsModuleInfo& info, const std::vector<std::string>& files) {
+std::string manifestTitle(std::string_view title) {
+    return escapeXml(firstCodePoints(oneLine(title), kMaxManifestTitle));
+}
+
+std::string manifestXml(const LmsModuleInfo& info, const std::vector<std::string>& files,
+                        std::string_view masteryScore) {
     const std::string id = escapeXml(info.id);
-    const std::string title = escapeXml(firstCodePoints(oneLine(info.title), kMaxManifestTitle));
+    const std::string title = manifestTitle(info.title);
     std::string x;
     auto line = [&x](const std::string& text) {
         x += text;
@@ -290,6 +296,8 @@ std::string manifestXml(const LmsModuleInfo& info, const std::vector<std::string
     line("      <title>" + title + "</title>");
     line(R"(      <item identifier=")" + id + R"(-ITEM" identifierref=")" + id + R"(-SCO">)");
     line("        <title>" + title + "</title>");
+    if (!masteryScore.empty())
+        line("        <adlcp:masteryscore>" + escapeXml(masteryScore) + "</adlcp:masteryscore>");
     line("      </item>");
     line("    </organization>");
     line("  </organizations>");
@@ -305,7 +313,7 @@ std::string manifestXml(const LmsModuleInfo& info, const std::vector<std::string
     return x;
 }
 
-AiccFiles aiccFiles(const LmsModuleInfo& info) {
+AiccFiles aiccFiles(const LmsModuleInfo& info, std::string_view masteryScore) {
     const std::string title = oneLine(info.title);
     auto lines = [](std::initializer_list<std::string> list) {
         std::string text;
@@ -314,11 +322,11 @@ AiccFiles aiccFiles(const LmsModuleInfo& info) {
         return text;
     };
     AiccFiles f;
-    f.au = lines(
-        {R"("System_ID","Type","Command_Line","File_Name","Max_Score","Mastery_Score",)"
-         R"("Max_Time_Allowed","Time_Limit_Action","System_Vendor","Core_Vendor",)"
-         R"("Web_Launch","AU_Password")",
-         R"("A1","HTML","",)" + aiccQuoted(info.launchFile) + R"(,"100","","","","","","","")"});
+    f.au = lines({R"("System_ID","Type","Command_Line","File_Name","Max_Score","Mastery_Score",)"
+                  R"("Max_Time_Allowed","Time_Limit_Action","System_Vendor","Core_Vendor",)"
+                  R"("Web_Launch","AU_Password")",
+                  R"("A1","HTML","",)" + aiccQuoted(info.launchFile) + R"(,"100",)" +
+                      aiccQuoted(masteryScore) + R"(,"","","","","","")"});
     f.crs = lines({"[Course]", "Course_Creator=Lumora", "Course_ID=" + oneLine(info.id),
                    "Course_System=HTML", "Course_Title=" + title, "Level=1", "Max_Fields_CST=2",
                    "Total_AUs=1", "Total_Blocks=0", "Version=2.2", "[Course_Behavior]",

@@ -60,19 +60,29 @@ std::vector<std::string> checkPackageFolder(const std::string& folder);
 
 // Every file a package of this folder holds: regular files under it, relative, '/'
 // separators, byte-wise sorted. Dotfiles and dot-folders and the safe writer's unfinished
-// "*.tmp-lumora" files are not part of a module. Throws FileError when the folder is unreadable.
+// "*.tmp-lumora" files are not part of a module, and neither is a symbolic link: it may reach
+// outside the folder, and a package must never carry a file the author did not put in it.
+// Throws FileError when the folder is unreadable.
 std::vector<std::string> listPackageFiles(const std::string& folder);
 
-// The manifest's bytes; `files` are the package files without the manifest itself.
-std::string manifestXml(const LmsModuleInfo& info, const std::vector<std::string>& files);
-AiccFiles aiccFiles(const LmsModuleInfo& info);
+// The manifest's bytes; `files` are the package files without the manifest itself. A pass mark
+// (percent text, "80") becomes the item's adlcp:masteryscore; the folder's files carry none.
+std::string manifestXml(const LmsModuleInfo& info, const std::vector<std::string>& files,
+                        std::string_view masteryScore = {});
+AiccFiles aiccFiles(const LmsModuleInfo& info, std::string_view masteryScore = {});
 
+// The comment that records the folder a manifest was made for.
+std::string manifestComment(std::string_view folderName);
 // The id and recorded folder of a manifest's text; empty fields when it holds none.
 LmsModuleInfo readManifestIdentity(std::string_view manifest);
 // The id a module saved in `folderName` keeps, given its current manifest (or "").
 std::string chooseModuleId(std::string_view currentManifest, const std::string& folderName);
 std::string newModuleId();
 bool isModuleId(std::string_view id);
+
+// A manifest's title text: one line, cut to the 200 characters the packaging schemas allow,
+// escaped for XML.
+std::string manifestTitle(std::string_view title);
 
 // Text escaping for the three places a title goes.
 std::string escapeXml(std::string_view text);

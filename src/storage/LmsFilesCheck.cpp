@@ -87,9 +87,10 @@ ManifestFacts readFacts(const std::vector<XmlToken>& tokens) {
     return facts;
 }
 
+// A symbolic link is never a package file (listPackageFiles), so it does not count here either.
 bool fileExists(const std::string& folder, const std::string& relative) {
     std::error_code ec;
-    return fs::is_regular_file(fsPath(folder) / fsPath(relative), ec);
+    return fs::is_regular_file(fs::symlink_status(fsPath(folder) / fsPath(relative), ec));
 }
 
 // The AICC unit's launch file: the fourth field of course.au's second line.

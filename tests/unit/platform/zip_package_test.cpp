@@ -1,4 +1,4 @@
-// Zip packages: read back with libzip, the entries are exactly the module's files.
+// Zip packages: read back with libzip, the entries are exactly the ones planned.
 #include "platform/ZipPackage.h"
 
 #include "storage/TextFile.h"
@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 #include <zip.h>
+
+#include <algorithm>
 
 namespace fs = std::filesystem;
 using namespace lumora;
@@ -53,62 +55,83 @@ std::vector<Entry> readZip(const fs::path& zipPath) {
 
 } // namespace
 
-TEST_F(ZipPackageTest, HoldsEveryModuleFileWithTheManifestAtTheRootAndNothingElse) {
+TEST_F(ZipPackageTest, HoldsTheEntriesInOrderFromFilesAndFromBytes) {
     const std::string page(20000, 'p'); // large enough to be compressed
-    put("imsmanifest.xml", "<manifest/>");
-    put("lessonframeset.html", "<html></html>\r\n");
     put("page0.html", page);
-    put("scripts/inc_ModuleInfo.js", "var modTitle = \"T\";\r\n");
     put("media/\xC3\xA9t\xC3\xA9 1.png", std::string("\x89PNG\0\x01", 6));
-    put("scripts/inc_Glossary.js.tmp-lumora", "half written");
-    put(".DS_Store", "finder");
-    put(".svn/entries", "vcs");
     const fs::path zip = root / "Course1.zip";
 
-    writePackage(module.string(), zip.string());
+    writePackage(
+        {{"cmi5.xml", "", "<courseStructure/>"},
+         {"media/\xC3\xA9t\xC3\xA9 1.png", (module / "media/\xC3\xA9t\xC3\xA9 1.png").string(), ""},
+         {"page0.html", (module / "page0.html").string(), ""}},
+        zip.string());
 
     EXPECT_EQ(readZip(zip), (std::vector<Entry>{
-                                {"imsmanifest.xml", "<manifest/>"},
-                                {"lessonframeset.html", "<html></html>\r\n"},
+                                {"cmi5.xml", "<courseStructure/>"},
                                 {"media/\xC3\xA9t\xC3\xA9 1.png", std::string("\x89PNG\0\x01", 6)},
                                 {"page0.html", page},
-                                {"scripts/inc_ModuleInfo.js", "var modTitle = \"T\";\r\n"},
                             }));
     EXPECT_LT(fs::file_size(zip), page.size());
     EXPECT_FALSE(fs::exists(root / "Course1.zip.tmp-lumora"));
 }
 
 TEST_F(ZipPackageTest, ReplacesAnOlderPackageWhole) {
-    put("imsmanifest.xml", "<manifest/>");
     put("page0.html", "old");
     put("page1.html", "gone later");
     const fs::path zip = root / "out.zip";
-    writePackage(module.string(), zip.string());
-    fs::remove(module / "page1.html");
+    auto file = [&](const char* name) { return PackageEntry{name, (module / name).string(), ""}; };
+    writePackage({file("page0.html"), file("page1.html")}, zip.string());
     put("page0.html", "new");
-    writePackage(module.string(), zip.string());
-    EXPECT_EQ(readZip(zip),
-              (std::vector<Entry>{{"imsmanifest.xml", "<manifest/>"}, {"page0.html", "new"}}));
+    writePackage({file("page0.html")}, zip.string());
+    EXPECT_EQ(readZip(zip), (std::vector<Entry>{{"page0.html", "new"}}));
 }
 
+// Whatever fails, the file is named, an older package survives and no partial zip is left.
 TEST_F(ZipPackageTest, FailuresNameTheFileAndLeaveNoPartialPackage) {
-    put("imsmanifest.xml", "<manifest/>");
+    put("page0.html", "page");
+    lumora::testing::TempDir elsewhere("zip-secret");
+    lumora::testing::writeBytes(elsewhere / "secret.txt", "private");
+    fs::create_directories(module / "media");
+    fs::create_symlink(elsewhere / "secret.txt", module / "media" / "notes.txt");
     const fs::path zip = root / "out.zip";
     lumora::testing::writeBytes(zip, "previous package");
+    const PackageEntry page{"page0.html", (module / "page0.html").string(), ""};
 
-    try {
-        writePackage((root / "Missing").string(), zip.string());
-        FAIL() << "no error for a missing module folder";
-    } catch (const FileError& e) {
-        EXPECT_EQ(e.path(), (root / "Missing").string());
+    struct Case {
+        const char* what;
+        std::vector<PackageEntry> entries;
+        fs::path target;
+        std::string namedFile;
+    };
+    const std::vector<Case> cases{
+        {"a source gone since it was listed",
+         {page, {"page1.html", (module / "page1.html").string(), ""}},
+         zip,
+         (module / "page1.html").string()},
+        {"a source that became a symbolic link",
+         {page, {"media/notes.txt", (module / "media" / "notes.txt").string(), ""}},
+         zip,
+         (module / "media" / "notes.txt").string()},
+        {"a folder that does not exist",
+         {page},
+         root / "no-such-folder" / "out.zip",
+         (root / "no-such-folder" / "out.zip").string()},
+        {"nothing to package", {}, zip, zip.string()},
+    };
+    for (const Case& c : cases) {
+        try {
+            writePackage(c.entries, c.target.string());
+            ADD_FAILURE() << c.what << ": no error";
+        } catch (const FileError& e) {
+            EXPECT_EQ(e.path(), c.namedFile) << c.what;
+            EXPECT_FALSE(e.reason().empty()) << c.what;
+        }
+        EXPECT_EQ(readFileBytes(zip.string()), "previous package") << c.what;
+        std::vector<std::string> left;
+        for (const auto& entry : fs::directory_iterator(root.path()))
+            left.push_back(entry.path().filename().string());
+        std::sort(left.begin(), left.end());
+        EXPECT_EQ(left, (std::vector<std::string>{"Course1", "out.zip"})) << c.what;
     }
-    EXPECT_EQ(readFileBytes(zip.string()), "previous package");
-
-    const fs::path nowhere = root / "no-such-folder" / "out.zip";
-    EXPECT_THROW(writePackage(module.string(), nowhere.string()), FileError);
-    EXPECT_FALSE(fs::exists(nowhere.parent_path()));
-
-    fs::create_directories(root / "Empty" / ".hidden");
-    EXPECT_THROW(writePackage((root / "Empty").string(), zip.string()), FileError);
-    EXPECT_EQ(readFileBytes(zip.string()), "previous package");
 }

@@ -1,0 +1,290 @@
+// The packages of each format: pass marks, the SCORM 2004 manifest and cmi5.xml bytes, titles
+// that XML must escape, and what a plan takes from the folder (never the folder's own import
+// files, never a symbolic link) and refuses.
+#include "storage/LmsPackage.h"
+
+#include "storage/LmsXmlScan.h"
+#include "support/TempFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace fs = std::filesystem;
+using namespace lumora;
+using lumora::testing::readBytes;
+using lumora::testing::TempDir;
+using lumora::testing::writeBytes;
+
+namespace {
+
+const LmsModuleInfo kInfo{"LUM-0123456789ABCDEF", "Quiz-1", "Fire Safety", "poolframeset.html"};
+
+// The text of every `element`, read back through an XML reader.
+std::vector<std::string> textsOf(const std::string& xml, const std::string& element) {
+    auto tokens = scanXml(xml);
+    EXPECT_TRUE(tokens);
+    std::vector<std::string> titles;
+    for (std::size_t i = 0; tokens && i + 1 < tokens->size(); ++i) {
+        const XmlToken& t = (*tokens)[i];
+        if (t.kind == XmlToken::Kind::Start && t.name == element)
+            titles.push_back((*tokens)[i + 1].text);
+    }
+    return titles;
+}
+
+std::vector<std::string> names(const PackagePlan& plan) {
+    std::vector<std::string> out;
+    for (const PackageEntry& e : plan.entries)
+        out.push_back(e.name);
+    return out;
+}
+
+const PackageEntry* entry(const PackagePlan& plan, const std::string& name) {
+    for (const PackageEntry& e : plan.entries)
+        if (e.name == name)
+            return &e;
+    return nullptr;
+}
+
+// A saved Evaluation module folder: its files and a manifest holding its own identity.
+struct SavedModule {
+    explicit SavedModule(const std::string& type = kEvaluation) {
+        m.moduleType = type;
+        m.folderName = "Quiz1";
+        m.ModuleFolder = (ws.path() / "Quiz1").string();
+        m.framesetFile = framesetFileFor(type);
+        m.modTitle = "Fire Safety";
+        m.useSCORM = "true";
+        for (const char* f : {"scripts/inc_Questions.js", "media/a b.png", "course.au",
+                              "course.crs", "course.des", "course.cst", "cmi5.xml"})
+            writeBytes(folder() / f, std::string("old ") + f);
+        writeBytes(folder() / m.framesetFile, "<html></html>");
+        writeBytes(folder() / kManifestFile,
+                   manifestXml({kInfo.id, "Quiz1", "Old title", m.framesetFile}, {}));
+    }
+    fs::path folder() const { return m.ModuleFolder; }
+
+    TempDir ws{"package"};
+    CourseModule m;
+};
+
+} // namespace
+
+TEST(LmsPackagePassMark, ReadsPercentTextAndWritesEachFormsExactly) {
+    struct Case {
+        const char* text;
+        int hundredths;
+        const char* percent;
+        const char* scaled;
+    };
+    for (const Case& c : {Case{"80", 8000, "80", "0.8"}, Case{"72.5", 7250, "72.5", "0.725"},
+                          Case{"66.67", 6667, "66.67", "0.6667"}, Case{"0", 0, "0", "0"},
+                          Case{"100.00", 10000, "100", "1"}, Case{"007", 700, "7", "0.07"}}) {
+        const auto mark = parsePassMark(c.text);
+        ASSERT_TRUE(mark) << c.text;
+        EXPECT_EQ(mark->hundredths, c.hundredths) << c.text;
+        EXPECT_EQ(mark->percent(), c.percent) << c.text;
+        EXPECT_EQ(mark->scaled(), c.scaled) << c.text;
+    }
+    for (const char* bad :
+         {"", "101", "100.01", "-5", "1e2", "50.", ".5", "50.123", "abc", " 50", "50%", "1000"})
+        EXPECT_FALSE(parsePassMark(bad)) << bad;
+}
+
+TEST(LmsPackageBytes, Scorm2004ManifestCarriesThePassMarkAsThePrimaryObjective) {
+    const std::string expected =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
+        "<!-- Lumora module folder: Quiz%2D1 -->\r\n"
+        "<manifest identifier=\"LUM-0123456789ABCDEF\" version=\"1.0\"\r\n"
+        "          xmlns=\"http://www.imsglobal.org/xsd/imscp_v1p1\"\r\n"
+        "          xmlns:adlcp=\"http://www.adlnet.org/xsd/adlcp_v1p3\"\r\n"
+        "          xmlns:adlseq=\"http://www.adlnet.org/xsd/adlseq_v1p3\"\r\n"
+        "          xmlns:adlnav=\"http://www.adlnet.org/xsd/adlnav_v1p3\"\r\n"
+        "          xmlns:imsss=\"http://www.imsglobal.org/xsd/imsss\">\r\n"
+        "  <metadata>\r\n"
+        "    <schema>ADL SCORM</schema>\r\n"
+        "    <schemaversion>2004 4th Edition</schemaversion>\r\n"
+        "  </metadata>\r\n"
+        "  <organizations default=\"LUM-0123456789ABCDEF-ORG\">\r\n"
+        "    <organization identifier=\"LUM-0123456789ABCDEF-ORG\">\r\n"
+        "      <title>Fire Safety</title>\r\n"
+        "      <item identifier=\"LUM-0123456789ABCDEF-ITEM\" "
+        "identifierref=\"LUM-0123456789ABCDEF-SCO\">\r\n"
+        "        <title>Fire Safety</title>\r\n"
+        "        <imsss:sequencing>\r\n"
+        "          <imsss:objectives>\r\n"
+        "            <imsss:primaryObjective objectiveID=\"LUM-0123456789ABCDEF-PASS\" "
+        "satisfiedByMeasure=\"true\">\r\n"
+        "              <imsss:minNormalizedMeasure>0.725</imsss:minNormalizedMeasure>\r\n"
+        "            </imsss:primaryObjective>\r\n"
+        "          </imsss:objectives>\r\n"
+        "        </imsss:sequencing>\r\n"
+        "      </item>\r\n"
+        "    </organization>\r\n"
+        "  </organizations>\r\n"
+        "  <resources>\r\n"
+        "    <resource identifier=\"LUM-0123456789ABCDEF-SCO\" type=\"webcontent\" "
+        "adlcp:scormType=\"sco\" href=\"poolframeset.html\">\r\n"
+        "      <file href=\"media/a%20b.png\"/>\r\n"
+        "      <file href=\"poolframeset.html\"/>\r\n"
+        "    </resource>\r\n"
+        "  </resources>\r\n"
+        "</manifest>\r\n";
+    EXPECT_EQ(scorm2004ManifestXml(kInfo, {"media/a b.png", "poolframeset.html"}, PassMark{7250}),
+              expected);
+    // Without a pass mark the LMS's own applies: no sequencing at all.
+    EXPECT_EQ(scorm2004ManifestXml(kInfo, {}).find("imsss:sequencing"), std::string::npos);
+}
+
+TEST(LmsPackageBytes, Cmi5CourseStructureNamesCourseAndAuByTheModuleId) {
+    EXPECT_EQ(cmi5Xml(kInfo, kEvaluation, PassMark{8000}),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
+              "<courseStructure "
+              "xmlns=\"https://w3id.org/xapi/profiles/cmi5/v1/CourseStructure.xsd\">\r\n"
+              "  <course id=\"urn:lumora:LUM-0123456789ABCDEF\">\r\n"
+              "    <title>\r\n      <langstring lang=\"en\">Fire Safety</langstring>\r\n"
+              "    </title>\r\n"
+              "    <description>\r\n      <langstring lang=\"en\">Fire Safety</langstring>\r\n"
+              "    </description>\r\n"
+              "  </course>\r\n"
+              "  <au id=\"urn:lumora:LUM-0123456789ABCDEF:au\" moveOn=\"Passed\" "
+              "masteryScore=\"0.8\" launchMethod=\"AnyWindow\">\r\n"
+              "    <title>\r\n      <langstring lang=\"en\">Fire Safety</langstring>\r\n"
+              "    </title>\r\n"
+              "    <description>\r\n      <langstring lang=\"en\">Fire Safety</langstring>\r\n"
+              "    </description>\r\n"
+              "    <url>poolframeset.html</url>\r\n"
+              "  </au>\r\n"
+              "</courseStructure>\r\n");
+    struct Case {
+        const char* type;
+        std::optional<PassMark> mark;
+        const char* au;
+    };
+    for (const Case& c :
+         {Case{kEvaluation, std::nullopt, "moveOn=\"CompletedOrPassed\" launchMethod"},
+          Case{kLesson, std::nullopt, "moveOn=\"Completed\" launchMethod"},
+          Case{kSurvey, PassMark{5000}, "moveOn=\"Completed\" launchMethod"}})
+        EXPECT_NE(cmi5Xml(kInfo, c.type, c.mark).find(c.au), std::string::npos) << c.type;
+}
+
+TEST(LmsPackageBytes, AnyTitleGivesWellFormedXmlInEveryFormat) {
+    std::string title = "Q&A <b>\"quoted\" 'single' \xF0\x9F\x94\xA5 &amp; ]]> --> ";
+    const std::string oneLine = title;
+    while (title.size() < 2000)
+        title += "x";
+    LmsModuleInfo info = kInfo;
+    info.title = title + "\r\n\x01tail";
+    const std::string expected = title + "  tail";       // line break and control character blanked
+    const std::string cut = expected.substr(0, 200 + 3); // 200 characters: the emoji is 4 bytes
+    EXPECT_EQ(textsOf(manifestXml(info, {}, "80"), "title"), (std::vector<std::string>{cut, cut}));
+    EXPECT_EQ(textsOf(scorm2004ManifestXml(info, {}, PassMark{8000}), "title"),
+              (std::vector<std::string>{cut, cut}));
+    EXPECT_EQ(textsOf(cmi5Xml(info, kEvaluation), "langstring"),
+              std::vector<std::string>(4, expected));
+    EXPECT_EQ(cut.substr(0, oneLine.size()), oneLine);
+}
+
+TEST(LmsPackagePlan, EachFormatCarriesItsOwnImportFilesMadeAfreshAndTheRestOfTheFolder) {
+    SavedModule saved;
+    struct Case {
+        PackageFormat format;
+        std::vector<std::string> names;
+    };
+    const std::vector<Case> cases{
+        {PackageFormat::Scorm12,
+         {"imsmanifest.xml", "course.au", "course.crs", "course.cst", "course.des", "media/a b.png",
+          "poolframeset.html", "scripts/inc_Questions.js"}},
+        {PackageFormat::Scorm2004,
+         {"imsmanifest.xml", "media/a b.png", "poolframeset.html", "scripts/inc_Questions.js"}},
+        {PackageFormat::Cmi5,
+         {"cmi5.xml", "media/a b.png", "poolframeset.html", "scripts/inc_Questions.js"}},
+    };
+    for (const Case& c : cases) {
+        const PackagePlan plan = planPackage(saved.m, {c.format, PassMark{7250}});
+        EXPECT_EQ(plan.problems, std::vector<std::string>{}) << packageFormatName(c.format);
+        EXPECT_EQ(names(plan), c.names) << packageFormatName(c.format);
+        // The folder's files are copied; the import files are made here, never the folder's.
+        for (const PackageEntry& e : plan.entries)
+            EXPECT_EQ(e.sourcePath.empty(), e.name == c.names[0] || e.name.starts_with("course."))
+                << e.name;
+        EXPECT_NE(plan.entries[0].bytes.find("Fire Safety"), std::string::npos);
+        EXPECT_NE(plan.entries[0].bytes.find(kInfo.id), std::string::npos);
+    }
+    const PackagePlan scorm12 = planPackage(saved.m, {PackageFormat::Scorm12, PassMark{7250}});
+    EXPECT_NE(scorm12.entries[0].bytes.find("<adlcp:masteryscore>72.5</adlcp:masteryscore>"),
+              std::string::npos);
+    EXPECT_NE(scorm12.entries[0].bytes.find("<file href=\"course.au\"/>"), std::string::npos);
+    EXPECT_NE(entry(scorm12, "course.au")->bytes.find("\"100\",\"72.5\","), std::string::npos);
+    EXPECT_EQ(readBytes(saved.folder() / "course.au"), "old course.au");
+}
+
+TEST(LmsPackagePlan, NeverCarriesOrListsAFileReachedThroughASymbolicLink) {
+    SavedModule saved;
+    TempDir elsewhere("package-secret");
+    writeBytes(elsewhere / "secret.txt", "private");
+    fs::create_symlink(elsewhere / "secret.txt", saved.folder() / "media" / "notes.txt");
+    fs::create_directory_symlink(elsewhere.path(), saved.folder() / "media" / "linked");
+
+    const std::vector<std::string> files = listPackageFiles(saved.m.ModuleFolder);
+    EXPECT_EQ(std::count(files.begin(), files.end(), "media/notes.txt"), 0);
+    for (PackageFormat format :
+         {PackageFormat::Scorm12, PackageFormat::Scorm2004, PackageFormat::Cmi5}) {
+        const PackagePlan plan = planPackage(saved.m, {format, {}});
+        for (const PackageEntry& e : plan.entries) {
+            EXPECT_FALSE(e.name.starts_with("media/notes") || e.name.starts_with("media/linked"))
+                << e.name;
+            EXPECT_EQ(e.bytes.find("notes.txt"), std::string::npos) << e.name;
+            EXPECT_EQ(e.bytes.find("secret"), std::string::npos) << e.name;
+        }
+    }
+}
+
+TEST(LmsPackagePlan, RefusesWhatWouldMakeABadOrUnstablePackage) {
+    struct Case {
+        const char* what;
+        std::function<void(SavedModule&)> change;
+        PackageOptions options;
+        std::string problem;
+    };
+    const std::string noIdentity = "the module has not been saved for SCORM/AICC in this folder "
+                                   "yet: save it first, so that every package of it keeps one "
+                                   "identity";
+    const std::vector<Case> cases{
+        {"saved without SCORM",
+         [](SavedModule& s) { s.m.useSCORM = "false"; },
+         {},
+         "the module is saved for use without SCORM/AICC: save it for SCORM/AICC first"},
+        {"a template's identity",
+         [](SavedModule& s) {
+             writeBytes(s.folder() / kManifestFile,
+                        manifestXml({kTemplateModuleId, "", "T", "poolframeset.html"}, {}));
+         },
+         {},
+         noIdentity},
+        {"a copy's identity", [](SavedModule& s) { s.m.folderName = "Copy1"; }, {}, noIdentity},
+        {"no manifest",
+         [](SavedModule& s) { fs::remove(s.folder() / kManifestFile); },
+         {},
+         noIdentity},
+        {"a pass mark for a Lesson",
+         [](SavedModule& s) { s.m.moduleType = kLesson; },
+         {PackageFormat::Cmi5, PassMark{5000}},
+         "a pass mark applies to an Evaluation only"},
+        {"no launch file",
+         [](SavedModule& s) { fs::remove(s.folder() / "poolframeset.html"); },
+         {},
+         "launch file missing: poolframeset.html"},
+    };
+    for (const Case& c : cases) {
+        SavedModule saved;
+        c.change(saved);
+        const PackagePlan plan = planPackage(saved.m, c.options);
+        EXPECT_TRUE(plan.entries.empty()) << c.what;
+        EXPECT_NE(std::find(plan.problems.begin(), plan.problems.end(), c.problem),
+                  plan.problems.end())
+            << c.what;
+    }
+}
