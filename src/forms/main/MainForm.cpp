@@ -5,6 +5,7 @@
 #include "app/Session.h"
 #include "app/Workspace.h"
 #include "forms/dialogs/AboutForm.h"
+#include "forms/dialogs/ExportPackageDialog.h"
 #include "forms/dialogs/FindForm.h"
 #include "forms/dialogs/FontForm.h"
 #include "forms/dialogs/WebViewerForm.h"
@@ -13,8 +14,6 @@
 #include "platform/PackageExport.h"
 
 #include <QCloseEvent>
-#include <QDir>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -132,19 +131,16 @@ void MainForm::mnuSaveAs_Click() {
 // --- package export ----------------------------------------------------------------------
 
 void MainForm::mnuExportPackage_Click() {
-    const QString suggested =
-        QDir(QDir::homePath())
-            .filePath(QString::fromStdString(session_.module.folderName) + ".zip");
-    const QString path =
-        QFileDialog::getSaveFileName(this, "Export Package", suggested, "Zip packages (*.zip)");
-    if (!path.isEmpty())
-        exportPackageTo(path);
+    ExportPackageDialog dialog(session_, this);
+    if (dialog.exec() == QDialog::Accepted)
+        exportPackageTo(dialog.packagePath(), dialog.options());
 }
 
-bool MainForm::exportPackageTo(const QString& zipPath) {
+bool MainForm::exportPackageTo(const QString& zipPath, const PackageOptions& options) {
     // The package holds the files on disk, so they must hold what the author sees; an LMS
-    // package is always saved for SCORM/AICC.
-    if (session_.ModuleChanged || session_.module.useSCORM != "true") {
+    // package is always saved for SCORM/AICC, and carries the identity a save gives it.
+    if (session_.ModuleChanged || session_.module.useSCORM != "true" ||
+        !packageIdentity(session_.module)) {
         if (!session_.prompt.ask(std::string("The module must be saved for SCORM/AICC first.") +
                                      kCrLf + "Would you like to save it now?",
                                  "Export Package", Icon::Question))
@@ -160,7 +156,7 @@ bool MainForm::exportPackageTo(const QString& zipPath) {
     }
     std::vector<std::string> problems;
     if (!reportFileErrors(session_.prompt,
-                          [&] { problems = exportModulePackage(session_.module, path); }))
+                          [&] { problems = exportModulePackage(session_.module, path, options); }))
         return false;
     if (!problems.empty()) {
         std::string text = "The package was not written. An LMS would refuse it:";

@@ -10,6 +10,7 @@
 #include "forms/dialogs/FontForm.h"
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/editor/EditingCommands.h"
+#include "storage/LmsPackage.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -97,11 +98,12 @@ class MainForm : public QMainWindow {
     void mnuSave_Click();
     void mnuSaveNonSCORM_Click();
     void mnuSaveAs_Click();
-    // Export Package...: asks where, then exportPackageTo.
+    // Export Package...: asks the format and where (frmExportPackage), then exportPackageTo.
     void mnuExportPackage_Click();
-    // Saves a changed module first (after asking), then writes the zip an LMS imports.
-    // False when the author declined, or the package could not be written (after a message).
-    bool exportPackageTo(const QString& zipPath);
+    // Saves the module first (after asking) when it is changed or was never saved for
+    // SCORM/AICC here, then writes the zip an LMS imports. False when the author declined, or
+    // the package could not be written (after a message).
+    bool exportPackageTo(const QString& zipPath, const PackageOptions& options = {});
     void mnuExit_Click();
     void btnPreview_Click();
     void mnuHelpContents_Click();
