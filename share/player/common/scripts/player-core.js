@@ -118,6 +118,12 @@ var lum = {
     var c = lum.correctSet(it);
     return c.length > 0 && c.join(",") === chosen.join(",");
   },
+  // The text of an HTML fragment, on one line: what an LMS report shows of a question or option.
+  plain: function (html) {
+    // A parsed document is inert: no script runs and no picture loads.
+    var doc = new DOMParser().parseFromString(String(html), "text/html");
+    return (doc.body.textContent || "").replace(/\s+/g, " ").trim();
+  },
   // Definitions come from the writer with CR LF turned into \n; show them as line breaks.
   lines: function (s) {
     return String(s).replace(/\r?\n/g, "<br>");

@@ -89,6 +89,7 @@
       decode(String(info.suspend || ""));
       var at = parseInt(info.location, 10);
       show(at >= 0 && at < total ? at : 0, true);
+      lumExitButton(session, $("lumNext").parentNode, "pageLink");
     });
   });
 })();

@@ -1,7 +1,5 @@
 /* Lumora player: the evaluation (poolframeset.html) and the survey (surveyframeset.html). Both
    show their questions on one page; the body's data-kind tells them apart. */
-var LUM_CHARS = "0123456789abcdefghijklmnopqrstuvwxyz";
-
 function lumQuiz(doc, kind) {
   var survey = kind === "survey";
   var session = new LumSession(String(window.useSCORM) === "true");
@@ -139,15 +137,11 @@ function lumQuiz(doc, kind) {
     $("lumMsg").textContent = "";
     submitted = true;
     for (var k2 = 0; k2 < asked.length; k2++) {
-      var it = asked[k2], a = answers[k2], chars = it.options.length <= 36;
-      var resp = a.map(function (j) { return chars ? LUM_CHARS.charAt(j) : it.options[j].txtValue; }).join(",");
-      if (survey) {
-        session.addInteraction({ id: "S" + (it.num + 1), type: "likert", response: LUM_CHARS.charAt(Math.min(35, a[0] + 1)), result: "neutral" });
-      } else {
-        var pat = lum.correctSet(it).map(function (j) { return chars ? LUM_CHARS.charAt(j) : it.options[j].txtValue; }).join(",");
-        session.addInteraction({ id: "Q" + (it.num + 1), type: chars ? "choice" : "fill-in", response: resp.substring(0, 255),
-          pattern: pat.substring(0, 255), result: lum.isCorrect(it, a) ? "correct" : "wrong" });
-      }
+      var it = asked[k2], a = answers[k2];
+      session.addInteraction({ id: (survey ? "S" : "Q") + (it.num + 1), type: survey ? "likert" : "choice", chosen: a,
+        correct: survey ? undefined : lum.correctSet(it), right: !survey && lum.isCorrect(it, a),
+        values: it.options.map(function (o) { return String(o.txtValue); }),
+        labels: it.options.map(function (o) { return lum.plain(o.txtDisplay); }), text: lum.plain(it.text) });
     }
     if (survey) session.setStatus("completed");
     else {
@@ -179,6 +173,7 @@ function lumQuiz(doc, kind) {
     session.setSuspend(encode());
     if (submitted) review();
     session.commit();
+    lumExitButton(session, $("lumForm").parentNode, "lumButton");
   });
 }
 
