@@ -57,6 +57,49 @@ describe("AICC HACP", () => {
     await server.close();
   });
 
+  // A slow LMS answers each request 300 ms late. Every request of the session waits for the
+  // answer to the one before; ExitAU is the last, also when the page goes mid-session with
+  // progress still unsent, and the last PutParam before it holds the learner's latest state.
+  const exitCases = [
+    { what: "a survey submitted, then the window closed at once", type: "Survey", walk: async (page) => {
+      const qs = page.locator(".lumQ");
+      for (const [i, rating] of ["Excellent", "Good", "Poor"].entries()) await qs.nth(i).getByLabel(rating, { exact: true }).check();
+      await page.getByRole("button", { name: "Submit" }).click();
+      await page.locator("#lumResult", { hasText: "Thank you" }).waitFor();
+    }, last: /Lesson_Status=completed\r\n[\s\S]*\[Core_Lesson\]\r\nSsBCF\r\n$/ },
+    { what: "a lesson left mid-session, two pages on", type: "Lesson", walk: async (page) => {
+      for (const n of [2, 3]) {
+        await page.locator("#lumNext").click();
+        await page.locator("#lumPageNum", { hasText: `Page ${n} of 3` }).waitFor();
+      }
+    }, last: /^\[Core\]\r\nLesson_Location=2\r\nLesson_Status=completed\r\n/ },
+  ];
+  for (const c of exitCases) {
+    test(`ExitAU is the last request under a slow LMS: ${c.what}`, async () => {
+      const state = { requests: [], delay: 300, getParam: getParamData() };
+      const { server } = await aiccModule(c.type, state);
+      try {
+        const { page, errors } = await H.open(browser, `${server.base}/m/${H.FRAMESET[c.type]}?aicc_sid=S1&aicc_url=${server.base}/hacp`);
+        await page.locator(c.type === "Lesson" ? "#lumPageNum" : ".lumQ").first().waitFor();
+        await c.walk(page);
+        await page.close(); // the window goes, whatever is still on its way
+        await H.waitFor(() => commands(state).includes("ExitAU"));
+        await new Promise((done) => setTimeout(done, 1000)); // anything late would arrive by now
+        const sent = commands(state);
+        assert.equal(sent[0], "GetParam");
+        assert.equal(sent.at(-1), "ExitAU", sent.join(" "));
+        assert.equal(sent.filter((x) => x === "ExitAU").length, 1);
+        assert.match(putParams(state).at(-1), c.last);
+        // While the page lived, no request went before the one ahead of it was answered.
+        const live = state.requests.slice(0, -2);
+        for (let i = 1; i < live.length; i++) assert.ok(live[i].arrived >= live[i - 1].answered, `${sent[i]} overtook ${sent[i - 1]}`);
+        assert.deepEqual(errors, []);
+      } finally {
+        await server.close();
+      }
+    });
+  }
+
   for (const mode of ["error", "silent"]) {
     test(`an LMS that answers ${mode === "error" ? "errors" : "nothing"} does not stop the learner`, async () => {
       const state = { requests: [], mode, getParam: "" };

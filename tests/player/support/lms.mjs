@@ -1,4 +1,5 @@
-// A SCORM 1.2 LMS frame backed by scorm-again, and an AICC HACP endpoint, both on loopback.
+// SCORM 1.2 and SCORM 2004 LMS frames backed by scorm-again, and an AICC HACP endpoint, all on
+// loopback.
 import path from "node:path";
 import { repo, serve } from "./harness.mjs";
 
@@ -23,16 +24,44 @@ const LMS_PAGE = `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8"><ti
 <body><iframe id="sco" title="Module" style="width:100%;height:90vh;border:0"></iframe>
 <script>document.getElementById("sco").src = params.get("module");</script></body></html>`;
 
+// The SCORM 2004 LMS page: window.API_1484_11 is a real run-time whose every call is logged in
+// order (window.lmsLog: [name, arguments..., result]). With popup=1 it opens the module in a new
+// window instead of a frame; with fail=all every SetValue and Commit answers "false".
+const LMS_2004_PAGE = `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8"><title>LMS 2004</title>
+<script src="/scorm-again/scorm2004.js"></script>
+<script>
+  var params = new URLSearchParams(location.search);
+  window.API_1484_11 = new Scorm2004API({ logLevel: 5 });
+  API_1484_11.loadFromFlattenedJSON(JSON.parse(params.get("data") || "{}"));
+  window.lmsLog = [];
+  ["Initialize", "Terminate", "GetValue", "SetValue", "Commit"].forEach(function (name) {
+    var real = API_1484_11[name].bind(API_1484_11);
+    API_1484_11[name] = function () {
+      var args = Array.prototype.slice.call(arguments);
+      var failed = params.get("fail") === "all" && (name === "SetValue" || name === "Commit");
+      var result = failed ? "false" : real.apply(null, args);
+      lmsLog.push([name].concat(args, [String(result)]));
+      return result;
+    };
+  });
+</script></head>
+<body><iframe id="sco" title="Module" style="width:100%;height:90vh;border:0"></iframe>
+<script>
+  if (params.get("popup")) window.sco = window.open(params.get("module"), "sco");
+  else document.getElementById("sco").src = params.get("module");
+</script></body></html>`;
+
 export async function scormServer(moduleDir) {
   return serve({ "/m/": moduleDir, "/scorm-again/": scormAgain }, (req, res, url) => {
-    if (url.pathname !== "/lms.html") return false;
+    const page = { "/lms.html": LMS_PAGE, "/lms2004.html": LMS_2004_PAGE }[url.pathname];
+    if (!page) return false;
     res.writeHead(200, { "Content-Type": "text/html; charset=utf-8" });
-    res.end(LMS_PAGE);
+    res.end(page);
   });
 }
 
-export const lmsUrl = (base, frameset, data, extra = "") =>
-  `${base}/lms.html?module=${encodeURIComponent("/m/" + frameset)}&data=${encodeURIComponent(JSON.stringify(data))}${extra}`;
+export const lmsUrl = (base, frameset, data, extra = "", page = "lms.html") =>
+  `${base}/${page}?module=${encodeURIComponent("/m/" + frameset)}&data=${encodeURIComponent(JSON.stringify(data))}${extra}`;
 
 // What the LMS holds after the content went: the last value of each element set.
 export async function lmsState(page) {
@@ -52,9 +81,9 @@ export const firstLaunch = (extra = {}) => ({
   ...extra,
 });
 
-// An AICC HACP endpoint: records every request's parsed form fields and answers GetParam
-// with the given [Core] / [Core_Lesson] data. mode "silent" never answers; "error" answers
-// error=1.
+// An AICC HACP endpoint: records every request's parsed form fields with the times it arrived
+// and was answered, and answers GetParam with the given [Core] / [Core_Lesson] data, after
+// state.delay ms when set. mode "silent" never answers; "error" answers error=1.
 export function hacpHandler(state) {
   return (req, res, url) => {
     if (url.pathname !== "/hacp") return false;
@@ -62,14 +91,18 @@ export function hacpHandler(state) {
     req.on("data", (c) => (body += c));
     req.on("end", () => {
       const fields = Object.fromEntries(new URLSearchParams(body));
-      state.requests.push({ body, fields, type: req.headers["content-type"] });
+      const request = { body, fields, type: req.headers["content-type"], arrived: Date.now() };
+      state.requests.push(request);
       if (state.mode === "silent") return; // never answers
       const command = (fields.command || "").toLowerCase();
       const head = state.mode === "error" ? "error=1\r\nerror_text=Invalid Command\r\n" : "error=0\r\nerror_text=Successful\r\n";
       let text = head;
       if (command === "getparam" && state.mode !== "error") text += "aicc_data=" + state.getParam;
-      res.writeHead(200, { "Content-Type": "text/plain", "Access-Control-Allow-Origin": "*" });
-      res.end(text);
+      setTimeout(() => {
+        request.answered = Date.now();
+        res.writeHead(200, { "Content-Type": "text/plain", "Access-Control-Allow-Origin": "*" });
+        res.end(text);
+      }, state.delay ?? 0);
     });
   };
 }
@@ -98,6 +131,72 @@ export function strictViolations(sets) {
     if (/^cmi\.interactions\.\d+\.id$/.test(el) && !/^[A-Za-z0-9_.:-]{1,255}$/.test(v)) bad.push(`${el}=${v}`);
     if (/\.type$/.test(el) && !/^(true-false|choice|fill-in|matching|performance|sequencing|likert|numeric)$/.test(v)) bad.push(`${el}=${v}`);
     if (/\.result$/.test(el) && !/^(correct|wrong|unanticipated|neutral|-?\d+(\.\d+)?)$/.test(v)) bad.push(`${el}=${v}`);
+  }
+  return bad;
+}
+
+// The SCORM 2004 launch data of a learner's first attempt.
+export const firstLaunch2004 = (extra = {}) => ({
+  "cmi.learner_id": "S1",
+  "cmi.learner_name": "Learner, Ada",
+  "cmi.completion_status": "unknown",
+  "cmi.success_status": "unknown",
+  "cmi.entry": "ab-initio",
+  "cmi.credit": "credit",
+  "cmi.mode": "normal",
+  ...extra,
+});
+
+const TIME_2004 = /^(19[7-9]\d|20[0-2]\d|203[0-8])-(0[1-9]|1[0-2])-(0[1-9]|[12]\d|3[01])T([01]\d|2[0-3]):[0-5]\d:[0-5]\d(\.\d{1,2})?(Z|[+-]\d\d(:\d\d)?)?$/;
+const DECIMAL = /^-?\d+(\.\d+)?$/;
+const CHOICE = /^[\w.-]{1,250}(\[,\][\w.-]{1,250})*$/;
+
+// Checks a SCORM 2004 session's calls against the data model's strict limits and the run-time's
+// order, which scorm-again is lenient about: Initialize first, Terminate once and last, every
+// interaction's id before its other fields, values in their vocabularies and sizes, no value
+// the run-time refused, and no status set back.
+export function strict2004Violations(log) {
+  const bad = [];
+  const names = log.map((c) => c[0]);
+  if (names[0] !== "Initialize") bad.push("Initialize is not the first call");
+  if (names.filter((n) => n === "Terminate").length !== 1) bad.push("Terminate not called exactly once");
+  if (names.includes("Terminate") && names.at(-1) !== "Terminate") bad.push("a call after Terminate");
+  const vocab = {
+    "cmi.completion_status": /^(completed|incomplete|unknown)$/,
+    "cmi.success_status": /^(passed|failed|unknown)$/,
+    "cmi.exit": /^(timeout|suspend|logout|normal|)$/,
+    "cmi.session_time": /^PT\d+H\d{1,2}M\d{1,2}(\.\d{1,2})?S$/,
+    "cmi.score.raw": DECIMAL, "cmi.score.min": DECIMAL, "cmi.score.max": DECIMAL,
+  };
+  const withId = new Set();
+  let completion = "", success = "";
+  for (const call of log) {
+    const [name, el, v] = call;
+    if (name !== "SetValue") continue;
+    if (call.at(-1) !== "true") bad.push(`${el}=${v} refused`);
+    if (vocab[el] && !vocab[el].test(v)) bad.push(`${el}=${v}`);
+    if (el === "cmi.score.scaled" && !(DECIMAL.test(v) && +v >= -1 && +v <= 1)) bad.push(`${el}=${v}`);
+    if (el === "cmi.location" && v.length > 1000) bad.push("location too long");
+    if (el === "cmi.suspend_data" && v.length > 64000) bad.push("suspend_data too long");
+    if (el === "cmi.completion_status") {
+      if (completion === "completed" && v !== "completed") bad.push("completion set back");
+      completion = v;
+    }
+    if (el === "cmi.success_status") {
+      if (success === "passed" && v !== "passed") bad.push("success set back");
+      success = v;
+    }
+    const m = /^cmi\.interactions\.(\d+)\.(.*)$/.exec(el);
+    if (!m) continue;
+    const [, n, field] = m;
+    if (field === "id") {
+      withId.add(n);
+      if (!/^[A-Za-z][A-Za-z0-9+.-]*:\S{1,3990}$/.test(v)) bad.push(`${el}=${v}`);
+    } else if (!withId.has(n)) bad.push(`${el} before its id`);
+    if (field === "type" && !/^(true-false|choice|fill-in|long-fill-in|matching|performance|sequencing|likert|numeric|other)$/.test(v)) bad.push(`${el}=${v}`);
+    if (field === "timestamp" && !TIME_2004.test(v)) bad.push(`${el}=${v}`);
+    if ((field === "learner_response" || /^correct_responses\.\d+\.pattern$/.test(field)) && !CHOICE.test(v)) bad.push(`${el}=${v}`);
+    if (field === "result" && !/^(correct|incorrect|unanticipated|neutral|-?\d+(\.\d+)?)$/.test(v)) bad.push(`${el}=${v}`);
   }
   return bad;
 }

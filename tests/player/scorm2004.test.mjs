@@ -1,0 +1,149 @@
+// The three module types inside an LMS whose SCORM 2004 API is scorm-again's Scorm2004API, with
+// every call checked against the data model's strict limits: completion and success apart, the
+// scaled passing score, resuming, browse mode, a pop-up window and an LMS that says "false".
+import assert from "node:assert/strict";
+import { after, before, describe, test } from "node:test";
+import * as H from "./support/harness.mjs";
+import { firstLaunch2004, lmsUrl, scormServer, strict2004Violations } from "./support/lms.mjs";
+
+let browser;
+before(async () => (browser = await H.launch()));
+after(async () => browser?.close());
+
+// What the LMS saw: every call, the last value set of each element, and the run-time's own view.
+const lmsState = (page) => page.evaluate(() => {
+  const last = {};
+  for (const [name, el, v] of window.lmsLog) if (name === "SetValue") last[el] = v;
+  return { log: window.lmsLog, last, cmi: JSON.parse(JSON.stringify(API_1484_11.cmi)) };
+});
+const sets = (s, re) => s.log.filter(([name, el]) => name === "SetValue" && re.test(el)).map(([, el, v]) => [el, v]);
+
+async function leave(page) {
+  await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
+  await H.waitFor(() => page.evaluate(() => window.lmsLog.some(([name]) => name === "Terminate")));
+  return lmsState(page);
+}
+
+async function inLms(type, body) {
+  const dir = H.copyModule(type);
+  const server = await scormServer(dir);
+  const { page, errors } = await H.open(browser);
+  const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra, "lms2004.html"));
+  try {
+    await body({ dir, page, errors, go, sco: page.frameLocator("#sco") });
+    assert.deepEqual(errors, []);
+  } finally {
+    await page.close();
+    await server.close();
+  }
+}
+
+describe("SCORM 2004", () => {
+  test("lesson: left and resumed, completed, and browsed without a status", () => inLms("Lesson", async ({ page, go, sco }) => {
+    await go(firstLaunch2004());
+    await sco.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    await sco.locator("#lumNext").click();
+    await sco.locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    let s = await leave(page);
+    assert.deepEqual(strict2004Violations(s.log), []);
+    assert.equal(s.last["cmi.location"], "1");
+    assert.equal(s.last["cmi.completion_status"], "incomplete");
+    assert.equal(s.last["cmi.exit"], "suspend");
+    assert.equal(sets(s, /success_status|score/).length, 0);
+
+    await go(firstLaunch2004({ "cmi.entry": "resume", "cmi.completion_status": "incomplete",
+      "cmi.location": s.last["cmi.location"], "cmi.suspend_data": s.last["cmi.suspend_data"] }));
+    await sco.locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    await sco.locator("#lumNext").click();
+    await sco.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+    s = await leave(page);
+    assert.deepEqual(strict2004Violations(s.log), []);
+    assert.equal(s.cmi.completion_status, "completed");
+    assert.equal(s.last["cmi.exit"], "normal");
+    assert.equal(sets(s, /success_status/).length, 0);
+
+    // Browse mode: every page seen, nothing that counts recorded.
+    await go(firstLaunch2004({ "cmi.mode": "browse" }));
+    for (const n of [1, 2]) {
+      await sco.locator("#lumNext").click();
+      await sco.locator("#lumPageNum", { hasText: `Page ${n + 1} of 3` }).waitFor();
+    }
+    s = await leave(page);
+    assert.deepEqual(strict2004Violations(s.log), []);
+    assert.deepEqual(sets(s, /./), []);
+  }));
+
+  test("evaluation: passed or failed against the scaled passing score, unknown without one", () => inLms("Evaluation", async ({ dir, page, go, sco }) => {
+    const key = H.answerKey(dir);
+    const runs = [
+      { pass: "0.8", wrong: 1, shown: "Your score: 67%", success: "failed", scaled: "0.67" },
+      { pass: "0.8", wrong: -1, shown: "Your score: 100%", success: "passed", scaled: "1" },
+      { pass: "", wrong: 1, shown: "Your score: 67%", success: "unknown", scaled: "0.67" },
+    ];
+    for (const run of runs) {
+      await go(firstLaunch2004(run.pass ? { "cmi.scaled_passing_score": run.pass } : {}));
+      const qs = sco.locator(".lumQ");
+      await qs.first().waitFor();
+      const asked = [];
+      for (let i = 0; i < 3; i++) asked.push(await H.answer(qs, key, i, i !== run.wrong));
+      await sco.getByRole("button", { name: "Submit" }).click();
+      await sco.locator(".lumScore", { hasText: run.shown }).waitFor();
+      const s = await leave(page);
+      assert.deepEqual(strict2004Violations(s.log), [], run.shown);
+      assert.equal(s.cmi.completion_status, "completed");
+      assert.equal(s.last["cmi.success_status"], run.success);
+      assert.deepEqual(["scaled", "raw", "min", "max"].map((f) => s.last[`cmi.score.${f}`]),
+        [run.scaled, String(Math.round(+run.scaled * 100)), "0", "100"]);
+      assert.equal(s.last["cmi.exit"], "normal");
+      const field = (f) => sets(s, new RegExp(`^cmi\\.interactions\\.\\d+\\.${f}$`)).map(([, v]) => v);
+      assert.deepEqual(field("type"), ["choice", "choice", "choice"]);
+      assert.deepEqual(field("result"), [0, 1, 2].map((i) => (i === run.wrong ? "incorrect" : "correct")));
+      const correct = asked[0].evalDistractors.map((d, i) => (d.correct ? String(i) : "")).filter(Boolean).join("[,]");
+      assert.equal(field("correct_responses\\.0\\.pattern")[0], correct);
+      assert.equal(field("learner_response")[0], correct); // the first question is answered right
+    }
+  }));
+
+  test("survey: launched in a pop-up, one likert interaction per rating", async () => {
+    const dir = H.copyModule("Survey");
+    const server = await scormServer(dir);
+    const { page } = await H.open(browser);
+    const popup = page.waitForEvent("popup");
+    await page.goto(lmsUrl(server.base, H.FRAMESET.Survey, firstLaunch2004(), "&popup=1", "lms2004.html"));
+    const sco = await popup;
+    const errors = [];
+    sco.on("pageerror", (e) => errors.push(String(e)));
+    const qs = sco.locator(".lumQ");
+    await qs.first().waitFor();
+    for (const [i, rating] of ["Excellent", "Below Average", "Poor"].entries()) await qs.nth(i).getByLabel(rating, { exact: true }).check();
+    await sco.getByRole("button", { name: "Submit" }).click();
+    await sco.locator("#lumResult", { hasText: "Thank you" }).waitFor();
+    await sco.close();
+    await H.waitFor(() => page.evaluate(() => window.lmsLog.some(([name]) => name === "Terminate")));
+    const s = await lmsState(page);
+    assert.deepEqual(strict2004Violations(s.log), []);
+    assert.equal(s.cmi.completion_status, "completed");
+    assert.equal(sets(s, /success_status|score/).length, 0);
+    const field = (f) => sets(s, new RegExp(`^cmi\\.interactions\\.\\d+\\.${f}$`)).map(([, v]) => v);
+    assert.deepEqual(field("type"), ["likert", "likert", "likert"]);
+    assert.deepEqual(field("learner_response"), ["1", "4", "5"]);
+    assert.deepEqual(field("result"), ["neutral", "neutral", "neutral"]);
+    assert.deepEqual(errors, []);
+    await page.close();
+    await server.close();
+  });
+
+  test("an LMS that answers false to every value does not stop the learner", () => inLms("Lesson", async ({ page, go, sco }) => {
+    await go(firstLaunch2004(), "&fail=all");
+    await sco.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    for (const n of [2, 3]) {
+      await sco.locator("#lumNext").click();
+      await sco.locator("#lumPageNum", { hasText: `Page ${n} of 3` }).waitFor();
+    }
+    const s = await leave(page);
+    // Still one session, ended once; the values were offered again at its end.
+    assert.equal(s.log.filter(([name]) => name === "Terminate").length, 1);
+    assert.equal(s.log.at(-1)[0], "Terminate");
+    assert.equal(s.last["cmi.completion_status"], "completed");
+  }));
+});
