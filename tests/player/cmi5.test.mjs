@@ -1,0 +1,187 @@
+// The three module types as cmi5 AUs, launched by a test LMS whose LRS keeps every statement:
+// each session's statements valid xAPI and within cmi5's rules; resuming in a later session of
+// the same registration; judged against the mastery score or not; Browse mode; the return
+// address; and an LRS that refuses, errs or falls silent.
+import assert from "node:assert/strict";
+import { randomUUID } from "node:crypto";
+import { after, before, describe, test } from "node:test";
+import * as H from "./support/harness.mjs";
+import { cmi5Lms, cmi5Violations } from "./support/cmi5.mjs";
+
+let browser;
+before(async () => (browser = await H.launch()));
+after(async () => browser?.close());
+
+// A module served on one origin, the LMS on another.
+async function withLms(type, body) {
+  const dir = H.copyModule(type);
+  const server = await H.serve({ "/m/": dir });
+  const lms = await cmi5Lms();
+  const { page, errors } = await H.open(browser);
+  const launch = (options) => page.goto(lms.launchUrl(`${server.base}/m/${H.FRAMESET[type]}`, options));
+  try {
+    await body({ dir, lms, page, launch });
+    assert.deepEqual(errors, []);
+  } finally {
+    await page.close();
+    await lms.close();
+    await server.close();
+  }
+}
+
+// Leaves the module and waits for its last statement.
+async function leave(page, lms) {
+  const launch = lms.launches.at(-1);
+  await page.goto("about:blank");
+  await H.waitFor(() => lms.verbs(launch).includes("terminated"));
+  return lms.verbs(launch);
+}
+
+const answered = (n) => Array(n).fill("answered");
+
+describe("cmi5", () => {
+  test("lesson: bookmark kept for a later session of the same registration, completed once", () => withLms("Lesson", async ({ lms, page, launch }) => {
+    const registration = randomUUID();
+    await launch({ registration });
+    await page.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    await page.locator("#lumNext").click();
+    await page.locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    assert.deepEqual(await leave(page, lms), ["initialized", "terminated"]);
+
+    await launch({ registration });
+    await page.locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    await page.locator("#lumNext").click();
+    await page.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+    await page.locator("#lumOutline a").first().click(); // back to page 1: nothing is undone
+    await page.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    assert.deepEqual(await leave(page, lms), ["initialized", "completed", "terminated"]);
+
+    // And once more: completed was said for this registration and is not said again.
+    await launch({ registration });
+    await page.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
+    assert.deepEqual(await leave(page, lms), ["initialized", "terminated"]);
+    assert.deepEqual(cmi5Violations(lms), []);
+    assert.deepEqual(Object.values(lms.fetches), [1, 1, 1]); // each launch's token fetched once
+    assert.equal(lms.preferencesRead, 3);
+  }));
+
+  test("evaluation: failed and passed against the mastery score, completed only without one", () => withLms("Evaluation", async ({ dir, lms, page, launch }) => {
+    const key = H.answerKey(dir);
+    const runs = [
+      { masteryScore: 0.8, moveOn: "Passed", wrong: 1, verdict: "failed", scaled: 0.67 },
+      { masteryScore: 0.8, moveOn: "Passed", wrong: -1, verdict: "passed", scaled: 1 },
+      { moveOn: "CompletedOrPassed", wrong: 1 },
+    ];
+    for (const run of runs) {
+      await launch(run);
+      const qs = page.locator(".lumQ");
+      await qs.first().waitFor();
+      for (let i = 0; i < 3; i++) await H.answer(qs, key, i, i !== run.wrong);
+      await page.getByRole("button", { name: "Submit" }).click();
+      await page.locator(".lumScore").waitFor();
+      const verbs = await leave(page, lms);
+      assert.deepEqual(verbs, ["initialized", ...answered(3), "completed", ...(run.verdict ? [run.verdict] : []), "terminated"]);
+      const list = lms.session(lms.launches.at(-1));
+      const answers = list.filter((s) => s.verb.id.endsWith("/answered"));
+      assert.deepEqual(answers.map((s) => s.result.success), [0, 1, 2].map((i) => i !== run.wrong));
+      assert.ok(answers.every((s) => s.object.definition.interactionType === "choice" && s.object.definition.correctResponsesPattern.length === 1));
+      if (run.verdict) assert.equal(list.find((s) => s.verb.id.endsWith(run.verdict)).result.score.scaled, run.scaled);
+    }
+    assert.deepEqual(cmi5Violations(lms), []);
+  }));
+
+  test("survey: one likert answer per rating, completed", () => withLms("Survey", async ({ lms, page, launch }) => {
+    await launch();
+    const qs = page.locator(".lumQ");
+    await qs.first().waitFor();
+    for (const [i, rating] of ["Excellent", "Below Average", "Poor"].entries()) await qs.nth(i).getByLabel(rating, { exact: true }).check();
+    await page.getByRole("button", { name: "Submit" }).click();
+    await page.locator("#lumResult", { hasText: "Thank you" }).waitFor();
+    assert.deepEqual(await leave(page, lms), ["initialized", ...answered(3), "completed", "terminated"]);
+    const answers = lms.session(lms.launches[0]).filter((s) => s.verb.id.endsWith("/answered"));
+    assert.deepEqual(answers.map((s) => s.result.response), ["1", "4", "5"]);
+    assert.ok(answers.every((s) => s.object.definition.interactionType === "likert" && !("success" in s.result)));
+    assert.deepEqual(cmi5Violations(lms), []);
+
+    // The checks catch each kind of fault in these very statements.
+    const faults = {
+      "an invalid verb id": (l) => (l[1].verb.id = "answered"),
+      "terminated not last": (l) => l.push(l.splice(-2, 1)[0]),
+      "completed twice": (l) => l.splice(-1, 0, { ...l.at(-2), id: randomUUID() }),
+      "the cmi5 category dropped": (l) => delete l[0].context.contextActivities.category,
+      "the moveon category on terminated": (l) => l.at(-1).context.contextActivities.category.push({ id: "https://w3id.org/xapi/cmi5/context/categories/moveon" }),
+      "the template's grouping dropped": (l) => delete l[0].context.contextActivities.grouping,
+      "a score on completed": (l) => (l.at(-2).result.score = { scaled: 1 }),
+      "no duration on terminated": (l) => delete l.at(-1).result.duration,
+    };
+    for (const [fault, make] of Object.entries(faults)) {
+      const list = structuredClone(lms.session(lms.launches[0]));
+      make(list);
+      assert.notDeepEqual(cmi5Violations({ ...lms, session: () => list }), [], fault);
+    }
+  }));
+
+  test("Browse mode: initialized and terminated only, nothing kept", () => withLms("Lesson", async ({ lms, page, launch }) => {
+    await launch({ launchMode: "Browse" });
+    for (const n of [2, 3]) {
+      await page.locator("#lumNext").click();
+      await page.locator("#lumPageNum", { hasText: `Page ${n} of 3` }).waitFor();
+    }
+    assert.deepEqual(await leave(page, lms), ["initialized", "terminated"]);
+    assert.equal(lms.states.size, 1); // LMS.LaunchData alone
+    assert.deepEqual(cmi5Violations(lms), []);
+  }));
+
+  test("Exit ends the session and goes to the LMS's return address", () => withLms("Survey", async ({ lms, page, launch }) => {
+    await launch({ returnURL: "/return" });
+    await page.locator(".lumQ").first().waitFor();
+    await page.getByRole("button", { name: "Exit" }).click();
+    await page.getByRole("heading", { name: "Back in the LMS" }).waitFor();
+    assert.deepEqual(lms.verbs(lms.launches[0]), ["initialized", "terminated"]);
+    assert.deepEqual(cmi5Violations(lms), []);
+  }));
+
+  test("statements the LRS refused go once more with the next", () => withLms("Evaluation", async ({ dir, lms, page, launch }) => {
+    await launch({ masteryScore: 0.5, moveOn: "Passed" });
+    const qs = page.locator(".lumQ");
+    await qs.first().waitFor();
+    await H.waitFor(() => lms.statements.length === 1); // initialized taken
+    lms.refuse = 1;
+    const key = H.answerKey(dir);
+    for (let i = 0; i < 3; i++) await H.answer(qs, key, i);
+    await page.getByRole("button", { name: "Submit" }).click();
+    await page.locator(".lumScore", { hasText: "100%" }).waitFor();
+    await H.waitFor(() => lms.refuse === 0);
+    assert.deepEqual(await leave(page, lms), ["initialized", ...answered(3), "completed", "passed", "terminated"]);
+    assert.deepEqual(cmi5Violations(lms), []);
+  }));
+
+  const broken = {
+    "refuses every statement": (lms) => (lms.refuse = Infinity),
+    "never answers a statement": (lms) => (lms.silent = true),
+  };
+  for (const [what, breakIt] of Object.entries(broken)) {
+    test(`an LRS that ${what} does not stop the learner`, () => withLms("Evaluation", async ({ dir, lms, page, launch }) => {
+      breakIt(lms);
+      await launch({ masteryScore: 0.5 });
+      const qs = page.locator(".lumQ");
+      await qs.first().waitFor();
+      const key = H.answerKey(dir);
+      for (let i = 0; i < 3; i++) await H.answer(qs, key, i);
+      await page.getByRole("button", { name: "Submit" }).click();
+      await page.locator("#lumResult", { hasText: "You passed." }).waitFor();
+    }));
+  }
+
+  test("a fetch URL that gives no token leaves the module running on its own", () => withLms("Survey", async ({ lms, page }) => {
+    const url = new URL(lms.launchUrl(`${lms.base}/nowhere`));
+    url.searchParams.set("fetch", `${lms.base}/garbage`);
+    const server = await H.serve({ "/m/": H.copyModule("Survey") });
+    await page.goto(`${server.base}/m/surveyframeset.html${url.search}`);
+    await page.locator(".lumQ").first().waitFor();
+    await page.getByRole("button", { name: "Submit" }).click();
+    await page.locator("#lumMsg", { hasText: "Please answer every question" }).waitFor();
+    assert.deepEqual(lms.statements, []);
+    await server.close();
+  }));
+});
