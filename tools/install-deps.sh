@@ -11,7 +11,7 @@ packages=(
   libgl-dev libhunspell-dev hunspell-en-us hunspell-en-med libzip-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth x11-apps xdotool imagemagick fonts-dejavu-core
-  chromium libxml2-utils nodejs npm
+  chromium libxml2-utils unzip nodejs npm
   dpkg-dev lintian desktop-file-utils appstream librsvg2-bin
 )
 

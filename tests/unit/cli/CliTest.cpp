@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
+#include <fstream>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -294,6 +295,76 @@ TEST_F(CliTest, HelpAndUsage) {
     r = cli("");
     EXPECT_EQ(r.status, 2);
     EXPECT_NE(r.err.find("usage: lumora-cli"), std::string::npos);
+}
+
+// The package command's arguments are checked before anything is read or written.
+TEST_F(CliTest, PackageRefusesAnUnknownFormatAndAPassMarkItCannotUse) {
+    for (const char* setup : {"new Evaluation E1", "save E1", "new Lesson L1", "save L1"})
+        ASSERT_EQ(ws(setup).status, 0) << setup;
+    struct Case {
+        const char* args;
+        int status;
+        const char* says;
+    };
+    const std::string notOne = "--mastery takes a pass mark in percent, a number from 0 to 100: ";
+    for (const Case& c :
+         {Case{"E1 --format scorm3", 2,
+               "Unknown package format \"scorm3\": use scorm12, "
+               "scorm2004 or cmi5\n"},
+          Case{"E1 --format SCORM12", 2, "use scorm12, scorm2004 or cmi5"},
+          Case{"E1 --mastery abc", 1, "\"abc\" is not one"},
+          Case{"E1 --mastery 101", 1, "\"101\" is not one"},
+          Case{"E1 --mastery -5", 1, "\"-5\" is not one"},
+          Case{"E1 --mastery ''", 1, "\"\" is not one"},
+          Case{"L1 --mastery 80", 1,
+               "--mastery: a pass mark applies to an Evaluation only, and \"L1\" is a Lesson"}}) {
+        const CliRun r =
+            ws(std::string("package ") + c.args + " -o " + quoted((root / "x.zip").string()));
+        EXPECT_EQ(r.status, c.status) << c.args;
+        EXPECT_NE(r.err.find(c.says), std::string::npos) << c.args << ": " << r.err;
+        if (std::string(c.says).ends_with(" is not one")) {
+            EXPECT_EQ(r.err.rfind(notOne, 0), 0u) << r.err;
+        }
+        EXPECT_FALSE(fs::exists(root / "x.zip")) << c.args;
+    }
+}
+
+// Whether a file can be made in `dir` by this process (a superuser writes into read-only
+// folders).
+bool canCreateIn(const fs::path& dir) {
+    const fs::path probe = dir / "lumora-probe";
+    std::ofstream out(probe);
+    const bool made = out.good();
+    out.close();
+    std::error_code ec;
+    fs::remove(probe, ec);
+    return made;
+}
+
+TEST_F(CliTest, PackageIntoAFolderItCannotWriteNamesTheFileAndLeavesNothing) {
+    ASSERT_EQ(ws("new Survey S1").status, 0);
+    ASSERT_EQ(ws("save S1").status, 0);
+    writeBytes(root / "plain-file", "not a folder");
+    const fs::path readOnly = root / "read-only";
+    fs::create_directories(readOnly);
+    fs::permissions(readOnly, fs::perms::owner_read | fs::perms::owner_exec);
+    // A superuser writes into any folder whose mode forbids it; a read-only file system stops
+    // everyone.
+    fs::path locked = canCreateIn(readOnly) ? fs::path("/sys") : readOnly;
+    std::vector<fs::path> targets{root / "missing" / "S1.zip", root / "plain-file" / "S1.zip"};
+    if (!canCreateIn(locked))
+        targets.push_back(locked / "S1.zip");
+    for (const fs::path& target : targets) {
+        const CliRun r = ws("package S1 -o " + quoted(target.string()));
+        EXPECT_EQ(r.status, 3) << target;
+        EXPECT_EQ(r.err.rfind("Error: " + target.string() + ": ", 0), 0u) << r.err;
+        EXPECT_GT(r.err.size(), ("Error: " + target.string() + ": \n").size()) << "no reason given";
+        std::error_code ec;
+        for (const auto& e : fs::directory_iterator(target.parent_path(), ec))
+            EXPECT_EQ(e.path().filename().string().find("S1.zip"), std::string::npos) << e.path();
+    }
+    EXPECT_EQ(targets.size(), 3u) << "no folder that refuses writing was found to try";
+    fs::permissions(readOnly, fs::perms::owner_all);
 }
 
 } // namespace
