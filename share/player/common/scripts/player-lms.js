@@ -104,6 +104,12 @@ function lumApiCall(api, name, a, b) {
   }
 }
 
+// A choice's options as identifiers, for a response or a correct pattern: "0[,]2" (SCORM 2004
+// and xAPI alike).
+function lumChoiceIds(list) {
+  return list.map(function (j) { return String(j); }).join("[,]");
+}
+
 // Launch parameters by name, any case. aicc_url may arrive unencoded with its own query, so it
 // runs up to the next known parameter rather than the next "&".
 function lumLaunchParam(search, name) {
@@ -155,21 +161,28 @@ function LumSession(enabled, win) {
   if (this.lms) this.mode = this.lms.mode;
 }
 
+// Calls a connection's method at once (a page going away runs no later task) and gives its
+// outcome as a promise that never fails: false for anything thrown or rejected.
+function lumSettled(lms, method, session, flag) {
+  try {
+    return Promise.resolve(lms[method](session, flag)).then(null, function () { return false; });
+  } catch (e) {
+    return Promise.resolve(false);
+  }
+}
+
 LumSession.prototype.start = function () {
   var self = this;
   var info = { entry: "", location: "", suspend: "", status: "", mastery: "" };
   if (!this.lms) return Promise.resolve(info);
-  return Promise.resolve()
-    .then(function () { return self.lms.start(self, info); })
-    .then(null, function () { return false; })
-    .then(function (connected) {
-      if (!connected) {
-        self.lms = null;
-        self.mode = "none";
-      }
-      self.status = info.status;
-      return info;
-    });
+  return lumSettled(this.lms, "start", this, info).then(function (connected) {
+    if (!connected) {
+      self.lms = null;
+      self.mode = "none";
+    }
+    self.status = info.status;
+    return info;
+  });
 };
 
 LumSession.prototype.setLocation = function (v) { this.values.location = String(v); this.dirty = true; };
@@ -195,12 +208,6 @@ LumSession.prototype.addInteraction = function (i) {
   this.dirty = true;
 };
 
-// A choice's options as identifiers, for a response or a correct pattern: "0[,]2" (SCORM 2004
-// and xAPI alike).
-function lumChoiceIds(list) {
-  return list.map(function (j) { return String(j); }).join("[,]");
-}
-
 // Resolves true when the LMS took everything; false leaves it to a later commit.
 LumSession.prototype.commit = function (atExit) {
   if (this.finished) return Promise.resolve(false);
@@ -208,10 +215,7 @@ LumSession.prototype.commit = function (atExit) {
     this.dirty = false;
     return Promise.resolve(true);
   }
-  var self = this;
-  return Promise.resolve()
-    .then(function () { return self.lms.commit(self, !!atExit); })
-    .then(function (ok) { return !!ok; }, function () { return false; });
+  return lumSettled(this.lms, "commit", this, !!atExit).then(function (ok) { return !!ok; });
 };
 
 // The last commit and the end of the session. Safe to call more than once; the second call does
@@ -219,11 +223,8 @@ LumSession.prototype.commit = function (atExit) {
 LumSession.prototype.finish = function (unloading) {
   if (this.finished) return Promise.resolve();
   this.finished = true;
-  var self = this;
   if (!this.lms) return Promise.resolve();
-  return Promise.resolve()
-    .then(function () { return self.lms.finish(self, !!unloading); })
-    .then(null, function () {});
+  return lumSettled(this.lms, "finish", this, !!unloading);
 };
 
 // Where the LMS wants the learner sent when the module is left; "" when it does not say.
