@@ -50,18 +50,20 @@ function LumCmi5(p) {
 LumCmi5.prototype.agent = function () { return JSON.stringify(this.actor); };
 
 // One xAPI request with the session's token; resolves with the response, rejects when there is
-// none within five seconds. At exit the browser delivers it after the page went.
+// none within five seconds. A request that fits the browser's allowance outlives the page
+// (keepalive), so one on its way when the window closes still arrives.
 LumCmi5.prototype.request = function (method, path, query, body, atExit) {
   var url = this.endpoint + path, sep = "?";
   for (var k in query) {
     url += sep + encodeURIComponent(k) + "=" + encodeURIComponent(query[k]);
     sep = "&";
   }
-  var init = { method: method, credentials: "omit", keepalive: !!atExit,
+  var init = { method: method, credentials: "omit",
     headers: { Authorization: "Basic " + this.token, "X-Experience-API-Version": "1.0.3" } };
   if (body !== undefined) {
     init.headers["Content-Type"] = "application/json";
     init.body = JSON.stringify(body);
+    init.keepalive = init.body.length < 60000;
   }
   var ctrl = !atExit && typeof AbortController === "function" ? new AbortController() : null;
   if (ctrl) {

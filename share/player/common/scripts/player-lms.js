@@ -393,7 +393,8 @@ function LumAicc(sid, url) {
 }
 
 // One request. Resolves with the answer's text, or "" when there is none to read: a silent or
-// foreign LMS must not hold the learner up. At exit the browser delivers it after the page went.
+// foreign LMS must not hold the learner up. Every request outlives the page (keepalive), so one
+// on its way when the window closes still arrives; at exit, with no answer awaited, a beacon.
 LumAicc.prototype.post = function (command, data, timeout, atExit) {
   var self = this, type = "application/x-www-form-urlencoded";
   var body = "command=" + command + "&version=4.0&session_id=" + encodeURIComponent(this.sid) +
@@ -404,7 +405,7 @@ LumAicc.prototype.post = function (command, data, timeout, atExit) {
     } catch (e) {}
   }
   if (typeof fetch !== "function") return Promise.resolve("");
-  var init = { method: "POST", headers: { "Content-Type": type }, body: body, keepalive: !!atExit };
+  var init = { method: "POST", headers: { "Content-Type": type }, body: body, keepalive: body.length < 60000 };
   if (this.opaque) init.mode = "no-cors";
   var sent = fetch(this.url, init).then(function (r) {
     return r.type === "opaque" ? "" : r.text();
