@@ -107,9 +107,10 @@ LumCmi5.prototype.start = function (s, info) {
       var m = launch.masteryScore;
       self.mastery = typeof m === "number" && m >= 0 && m <= 1 ? m : null;
       info.mastery = self.mastery === null ? "" : String(Math.round(self.mastery * 10000) / 100);
-      self.moveOn = String(launch.moveOn || "");
       self.returnURL = typeof launch.returnURL === "string" ? launch.returnURL : "";
-      self.preferences = got[1] || {}; // the player has no audio, and speaks the module's language
+      // Read as cmi5 asks; the player has no audio and speaks the module's language. moveOn is the
+      // LMS's to weigh: the AU reports what happened either way.
+      self.preferences = got[1] || {};
       var mine = got[2];
       info.entry = mine ? "resume" : "ab-initio";
       if (mine) {
@@ -156,7 +157,7 @@ LumCmi5.prototype.statement = function (verb, result, object, kind) {
     if (!(key in ext)) ext[key] = this.mastery;
   }
   var st = { id: lumUuid(), timestamp: new Date().toISOString(), actor: this.actor,
-    verb: { id: verb.indexOf(":") < 0 ? LUM_VERB + verb : verb, display: { "en-US": verb } },
+    verb: { id: LUM_VERB + verb, display: { "en-US": verb } },
     object: object || { objectType: "Activity", id: this.activityId }, context: context };
   if (result) st.result = result;
   return st;
