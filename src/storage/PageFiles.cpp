@@ -2,10 +2,10 @@
 // between the marker lines. The HTML is never parsed; only marker lines are looked for.
 #include "storage/PageFiles.h"
 
+#include "base/TextUtil.h"
 #include "storage/Paths.h"
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
-#include "base/TextUtil.h"
 #include "storage/UnchangedFiles.h"
 
 #include <filesystem>
@@ -154,9 +154,10 @@ void LoadPageContent(CourseModule& module, std::size_t i, const ContentPaths& pa
         if (std::filesystem::exists(fsPath(path), ec) || ec)
             throw;
     }
-    // A page listed in the module but deleted by hand comes back as an empty page.
+    // A page listed in the module but deleted by hand comes back as an empty page: the skeleton
+    // without the template's sample content, as the writer writes a page without content.
     writeFileAtomically(joinPath(module.ModuleFolder, module.pages[i].fileName),
-                        readFileBytes(pageSkeletonPath(module)));
+                        buildPageFile(readTextLines(pageSkeletonPath(module)), ""));
     module.pages[i].content = ReadPageContent(module, i, paths);
 }
 
