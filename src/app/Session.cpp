@@ -9,6 +9,7 @@
 #include "storage/Paths.h"
 #include "storage/Stylesheet.h"
 #include "storage/SuspendData.h"
+#include "storage/TextFile.h"
 
 #include <optional>
 
@@ -81,12 +82,36 @@ bool Session::LoadModule() {
     if (claimed)
         moduleLock = std::move(*claimed);
     ModuleLoaded = true;
+    warnAboutStrayPageFiles();
     return true;
+}
+
+void Session::warnAboutStrayPageFiles() {
+    const std::size_t stray = countStrayPageFiles(module);
+    if (stray == 0)
+        return;
+    const std::string count = std::to_string(stray);
+    prompt.message(stray == 1
+                       ? "The module folder holds 1 page file that is not part of the "
+                         "module." +
+                             std::string(kCrLf) + "It stays on disk: saving does not remove it."
+                       : "The module folder holds " + count +
+                             " page files that are not part of the module." + kCrLf +
+                             "They stay on disk: saving does not remove them.",
+                   "Warning", Icon::Exclamation, Buttons::OK);
 }
 
 void Session::SaveModule() {
     dropBlankQuestions(lists());
     validateQuestions(module, prompt);
+    // A protected file stops the save before anything is written, so the folder keeps the
+    // module as it was last saved.
+    std::vector<std::string> targets = moduleFilePaths(module);
+    for (std::string& path : lmsFilePaths(module.ModuleFolder))
+        targets.push_back(std::move(path));
+    for (const std::string& path : targets)
+        ensureNotReadOnly(path);
+    removeUnfinishedWrites(module.ModuleFolder);
     WriteModuleFiles(module, contentPaths());
     RemoveStalePageFiles(module);
     // The import files list the folder's files, so they are written after everything else.

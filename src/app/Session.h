@@ -63,13 +63,18 @@ class Session {
 
     // Reads the module named by module.moduleType and module.folderName and takes its folder's
     // lock, giving up the one held before. Returns false when it refused ("No Module is in
-    // memory", or the module is open in another program); file errors travel as FileError.
+    // memory", or the module is open in another program); file errors travel as FileError. A
+    // Lesson whose folder holds page files beyond its pages is loaded with a warning.
     bool LoadModule();
 
     // Drops blank questions, warns about questions with a wrong number of correct options,
     // writes the files of the module's type and clears ModuleChanged. FileError on failure,
-    // with ModuleChanged left as it was.
+    // with ModuleChanged left as it was; a read-only file fails it before anything is written.
     void SaveModule();
+
+    // Tells the author when a Lesson's folder holds page files that are not its pages (a
+    // damaged or older module information file lists fewer pages than the folder holds).
+    void warnAboutStrayPageFiles();
 
     // Tells the author when the learner's progress could outgrow what an LMS keeps.
     void warnIfProgressTooLong();

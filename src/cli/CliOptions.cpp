@@ -7,7 +7,7 @@ const char* const kUsageText =
     "usage: lumora-cli [--workspace DIR] [--app-dir DIR] [--yes] COMMAND\n"
     "  new TYPE NAME            create a Lesson, Evaluation or Survey from its template\n"
     "  list                     the workspace's modules, as the folder chooser lists them\n"
-    "  check NAME               load and check the questions\n"
+    "  check NAME               load, check the questions and the page files\n"
     "  save NAME [--non-scorm]  load and save, for SCORM/AICC or not\n"
     "  show NAME                the loaded module as JSON\n"
     "  package NAME [--format FORMAT] [--mastery N] [-o FILE]  a zip ready to upload to an LMS\n"

@@ -1,12 +1,14 @@
 // The commands of lumora-cli; see Commands.h.
 #include "cli/Commands.h"
 
+#include "app/FolderNames.h"
 #include "app/Session.h"
 #include "app/Workspace.h"
 #include "cli/CliPrompt.h"
 #include "cli/ModuleJson.h"
 #include "cli/PackageCommand.h"
 #include "content/Validation.h"
+#include "storage/ModuleWriter.h"
 #include "storage/Paths.h"
 
 #include <cctype>
@@ -74,9 +76,11 @@ int commandCheck(Session& session, const CliOptions& o, std::ostream&) {
         return kUsage;
     if (!openModule(session, o.operands[0]))
         return kRefused;
+    // Page files outside the module were reported by the load; they fail the check as well.
+    const bool strayPages = countStrayPageFiles(session.module) > 0;
     const bool invalid = !invalidQuestionsMessage(session.module).empty();
     validateQuestions(session.module, session.prompt);
-    return invalid ? kRefused : kDone;
+    return invalid || strayPages ? kRefused : kDone;
 }
 
 int commandSave(Session& session, const CliOptions& o, std::ostream&) {

@@ -69,6 +69,10 @@ struct CourseModule {
     std::string useSCORM;
     ColorScheme colors;
     ColorScheme savedColors;
+    // How many page files, page0.html on, hold this module's pages on disk: those the loader
+    // read, then those the last save wrote. Only these are the module's own to remove when
+    // pages are deleted; any other page file in the folder is left alone.
+    std::size_t pageFileCount = 0;
 };
 
 // The records start-up builds once; ResetModule and the "add a blank item" operations copy

@@ -102,6 +102,11 @@ void writeLmsFilesTo(const std::string& folder, const LmsModuleInfo& info) {
 
 } // namespace
 
+std::vector<std::string> lmsFilePaths(const std::string& folder) {
+    return {aiccPath(folder, ".au"), aiccPath(folder, ".crs"), aiccPath(folder, ".des"),
+            aiccPath(folder, ".cst"), manifestPath(folder)};
+}
+
 // --- text escaping ----------------------------------------------------------------------
 
 std::string escapeXml(std::string_view text) {

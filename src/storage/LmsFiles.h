@@ -47,6 +47,9 @@ struct AiccFiles {
 // launch file framesetFile, the file list every file of the folder. Throws FileError.
 void WriteLmsFiles(const CourseModule& module);
 
+// The import files WriteLmsFiles writes into a module folder.
+std::vector<std::string> lmsFilePaths(const std::string& folder);
+
 // Rewrites a template folder's import files with the placeholder id (no folder recorded).
 void writeTemplateLmsFiles(const std::string& templateFolder, const std::string& moduleType,
                            const std::string& title);

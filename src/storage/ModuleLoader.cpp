@@ -4,11 +4,11 @@
 // the line has nowhere to go (a value before its item), never trusted to index anything.
 #include "storage/ModuleLoader.h"
 
+#include "base/TextUtil.h"
 #include "storage/PageFiles.h"
 #include "storage/Paths.h"
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
-#include "base/TextUtil.h"
 
 #include <cstdint>
 #include <optional>
@@ -284,6 +284,7 @@ void loadModuleInfo(CourseModule& module, const std::string& path, const Content
             LoadPageContent(module, count, paths);
             ++count;
         }
+        module.pageFileCount = count;
     } else if (module.moduleType == kEvaluation) {
         std::string shuffle = in.valueOf(kShuffleQuestions, 1);
         if (!shuffle.empty())

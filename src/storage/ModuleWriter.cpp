@@ -3,14 +3,15 @@
 // including the empty lines some blocks end with.
 #include "storage/ModuleWriter.h"
 
+#include "base/TextUtil.h"
 #include "content/Normalize.h"
 #include "storage/PageFiles.h"
 #include "storage/Paths.h"
 #include "storage/ScriptText.h"
 #include "storage/TextFile.h"
-#include "base/TextUtil.h"
 #include "storage/UnchangedFiles.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -187,6 +188,21 @@ void WriteModuleFiles(CourseModule& module, const ContentPaths& paths) {
     }
 }
 
+std::vector<std::string> moduleFilePaths(const CourseModule& module) {
+    std::vector<std::string> paths;
+    if (module.moduleType == kLesson) {
+        for (std::size_t i = 0; i < module.pages.size(); ++i)
+            paths.push_back(joinPath(module.ModuleFolder, pageFileName(i)));
+        for (const char* name : {"inc_ModuleInfo.js", "inc_QAndA.js", "inc_Glossary.js"})
+            paths.push_back(scriptPath(module, name));
+    } else if (module.moduleType == kEvaluation) {
+        paths.push_back(scriptPath(module, "inc_Questions.js"));
+    } else if (module.moduleType == kSurvey) {
+        paths.push_back(scriptPath(module, "inc_Objectives.js"));
+    }
+    return paths;
+}
+
 namespace {
 
 // The page number of a file name the writer produces ("page" + decimal without leading
@@ -209,32 +225,47 @@ long long writtenPageNumber(const std::string& name) {
     return n;
 }
 
-} // namespace
-
-void RemoveStalePageFiles(const CourseModule& module) {
-    if (module.moduleType != kLesson)
-        return;
+// The page files of a Lesson's folder numbered from `first` on.
+std::vector<std::filesystem::path> pageFilesFrom(const CourseModule& module, long long first) {
     namespace fs = std::filesystem;
-    // page0.html is the module's first page whatever the page count says.
-    const long long first = module.pages.empty() ? 1 : static_cast<long long>(module.pages.size());
+    std::vector<fs::path> found;
     std::error_code ec;
     fs::directory_iterator it(fsPath(module.ModuleFolder), ec);
     if (ec)
         throw FileError(module.ModuleFolder, ec.message());
-    std::vector<fs::path> stale;
     for (; it != fs::directory_iterator(); it.increment(ec)) {
         if (ec)
             throw FileError(module.ModuleFolder, ec.message());
         if (it->is_regular_file(ec) && writtenPageNumber(it->path().filename().string()) >= first)
-            stale.push_back(it->path());
+            found.push_back(it->path());
     }
     if (ec)
         throw FileError(module.ModuleFolder, ec.message());
-    for (const fs::path& p : stale) {
-        fs::remove(p, ec);
+    return found;
+}
+
+} // namespace
+
+void RemoveStalePageFiles(CourseModule& module) {
+    if (module.moduleType != kLesson)
+        return;
+    namespace fs = std::filesystem;
+    // page0.html is the module's first page whatever the page count says.
+    const std::size_t kept = std::max<std::size_t>(module.pages.size(), 1);
+    for (std::size_t i = kept; i < module.pageFileCount; ++i) {
+        const fs::path page = fsPath(joinPath(module.ModuleFolder, pageFileName(i)));
+        std::error_code ec;
+        fs::remove(page, ec);
         if (ec)
-            throw FileError(p.string(), ec.message());
+            throw FileError(page.string(), ec.message());
     }
+    module.pageFileCount = kept;
+}
+
+std::size_t countStrayPageFiles(const CourseModule& module) {
+    if (module.moduleType != kLesson)
+        return 0;
+    return pageFilesFrom(module, static_cast<long long>(module.pageFileCount)).size();
 }
 
 } // namespace lumora

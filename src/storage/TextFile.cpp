@@ -1,5 +1,7 @@
 #include "storage/TextFile.h"
 
+#include "storage/Paths.h"
+
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -204,9 +206,41 @@ void SafeTextWriter::commitExisting() {
     writeFileAtomically(path_, buffer_);
 }
 
+void ensureNotReadOnly(const std::string& path) {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    const fs::file_status status = fs::status(fsPath(path), ec);
+    if (ec || !fs::exists(status))
+        return;
+    constexpr fs::perms anyWrite =
+        fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if ((status.permissions() & anyWrite) == fs::perms::none)
+        throw FileError(path, errnoReason(EACCES));
+}
+
+void removeUnfinishedWrites(const std::string& folder) {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    std::vector<fs::path> unfinished;
+    for (fs::recursive_directory_iterator it(fsPath(folder), ec), end; !ec && it != end;
+         it.increment(ec)) {
+        std::error_code typeError;
+        if (it->path().filename().string().ends_with(kUnfinishedWriteSuffix) &&
+            it->is_regular_file(typeError))
+            unfinished.push_back(it->path());
+    }
+    // Removed once the walk is over: removing while iterating may skip entries.
+    for (const fs::path& file : unfinished) {
+        fs::remove(file, ec);
+        if (ec)
+            throw FileError(file.string(), ec.message());
+    }
+}
+
 void writeFileAtomically(const std::string& path, const std::string& bytes) {
     namespace fs = std::filesystem;
-    const std::string tmp = path + ".tmp-lumora";
+    ensureNotReadOnly(path);
+    const std::string tmp = path + std::string(kUnfinishedWriteSuffix);
     {
         errno = 0;
         std::FILE* f = std::fopen(tmp.c_str(), "wb");

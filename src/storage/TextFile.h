@@ -62,7 +62,21 @@ class SafeTextWriter {
     std::string buffer_;
 };
 
-// Writes bytes to a file safely (temporary file and rename). Throws FileError.
+// Writes bytes to a file safely (temporary file and rename). Throws FileError, also when the
+// target is read-only (see ensureNotReadOnly).
 void writeFileAtomically(const std::string& path, const std::string& bytes);
+
+// What a safe write names its temporary file: the target's name and this suffix. One found
+// later is a write that never finished (the program killed, the machine off).
+inline constexpr std::string_view kUnfinishedWriteSuffix = ".tmp-lumora";
+
+// Throws FileError ("Permission denied") when the file exists and grants no one write access.
+// Renaming over a file needs only a writable folder, so without this test a save would replace
+// a file the author protected, and drop its protection with its contents.
+void ensureNotReadOnly(const std::string& path);
+
+// Removes the temporary files of unfinished safe writes anywhere under the folder. Throws
+// FileError when one cannot be removed.
+void removeUnfinishedWrites(const std::string& folder);
 
 } // namespace lumora

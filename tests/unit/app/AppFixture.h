@@ -105,6 +105,13 @@ class AppTest : public ::testing::Test {
         writeBytes(install / "Templates" / "version", "1.0\r\n");
     }
 
+    // The staged templates, player and all, as the installation's, and an empty workspace.
+    void stageTemplates() {
+        fs::copy(fs::path(LUMORA_DIST_DIR) / "Templates", install / "Templates",
+                 fs::copy_options::recursive);
+        fs::create_directories(workspace);
+    }
+
     // A session installed in the temporary folder, with the default records built.
     Session& session() {
         if (!session_) {

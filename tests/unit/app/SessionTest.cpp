@@ -10,13 +10,6 @@ namespace {
 
 class SessionTest : public AppTest {
   protected:
-    // The installation's templates are the staged ones, player and all.
-    void stageTemplates() {
-        fs::copy(fs::path(LUMORA_DIST_DIR) / "Templates", install / "Templates",
-                 fs::copy_options::recursive);
-        fs::create_directories(workspace);
-    }
-
     // Every file of a module folder but the import files, which carry the module's own id.
     static std::map<std::string, std::string> moduleFiles(const fs::path& folder) {
         std::map<std::string, std::string> files;

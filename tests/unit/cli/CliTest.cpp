@@ -193,6 +193,23 @@ TEST_F(CliTest, CheckReportsQuestionsWithWrongCorrectOptions) {
     EXPECT_EQ(r.err.rfind("Error: ", 0), 0u) << r.err;
 }
 
+// A module information file cut after its first line lists no page of the folder's three.
+TEST_F(CliTest, CheckReportsPageFilesOutsideTheModule) {
+    ASSERT_EQ(ws("new Lesson L1").status, 0);
+    EXPECT_EQ(ws("check L1").status, 0);
+    const fs::path info = workspace / "L1" / "scripts" / "inc_ModuleInfo.js";
+    const std::string text = readBytes(info);
+    writeBytes(info, text.substr(0, text.find("\r\n") + 2));
+    const CliRun r = ws("check L1");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err.rfind("Warning: The module folder holds 3 page files that are not part of the "
+                          "module.\n",
+                          0),
+              0u)
+        << r.err;
+    EXPECT_TRUE(fs::exists(workspace / "L1" / "page2.html"));
+}
+
 TEST_F(CliTest, SaveWritesTheScormSwitch) {
     ASSERT_EQ(ws("new Survey S1").status, 0);
     const fs::path objectives = workspace / "S1" / "scripts" / "inc_Objectives.js";

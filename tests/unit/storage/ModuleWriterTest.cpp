@@ -1,9 +1,9 @@
 // The module scripts byte for byte: the grammar the player runs and the loader reads.
 #include "StorageFixture.h"
 
+#include "base/TextUtil.h"
 #include "storage/ModuleWriter.h"
 #include "storage/TextFile.h"
-#include "base/TextUtil.h"
 
 namespace lumora::test {
 namespace {
@@ -272,17 +272,21 @@ TEST_F(StorageTest, SaveRewritesOnlyFilesWhoseBytesChange) {
     EXPECT_THROW(WriteModuleFiles(m, paths), FileError);
 }
 
-TEST_F(StorageTest, RemoveStalePageFilesKeepsPagesAndForeignFiles) {
+// Five pages loaded, two deleted: their files go, files the module never held stay.
+TEST_F(StorageTest, RemoveStalePageFilesRemovesOnlyTheModulesOwnPages) {
     CourseModule m = makeModule(kLesson);
     m.pages.resize(3);
+    m.pageFileCount = 5;
     for (const char* name : {"page0.html", "page1.html", "page2.html", "page3.html", "page4.html",
                              "page17.html", "page03.html", "pageX.html", "page5.html.bak"})
         writeBytes(moduleFile(name), "x");
+    EXPECT_EQ(countStrayPageFiles(m), 1u); // page17.html
     RemoveStalePageFiles(m);
-    for (const char* kept :
-         {"page0.html", "page1.html", "page2.html", "page03.html", "pageX.html", "page5.html.bak"})
+    EXPECT_EQ(m.pageFileCount, 3u);
+    for (const char* kept : {"page0.html", "page1.html", "page2.html", "page17.html", "page03.html",
+                             "pageX.html", "page5.html.bak"})
         EXPECT_TRUE(fs::exists(moduleFile(kept))) << kept;
-    for (const char* gone : {"page3.html", "page4.html", "page17.html"})
+    for (const char* gone : {"page3.html", "page4.html"})
         EXPECT_FALSE(fs::exists(moduleFile(gone))) << gone;
 
     // Other module types have no page files to keep in step.

@@ -1,0 +1,178 @@
+// Saving modules whose folders were damaged by hand, checked by what is left on disk: page files
+// the module never held, a page deleted by hand, a read-only file and the leftovers of an
+// interrupted save.
+#include "AppFixture.h"
+
+#include "app/Workspace.h"
+#include "storage/PageFiles.h"
+#include "storage/TextFile.h"
+
+#include <functional>
+
+namespace lumora::test {
+namespace {
+
+class SaveSafetyTest : public AppTest {
+  protected:
+    // A new Lesson from the staged template, saved with `pages` pages.
+    CourseModule& newLesson(const std::string& name, std::size_t pages) {
+        prompt.type(name);
+        EXPECT_TRUE(NewModuleFolder(session(), kLesson));
+        CourseModule& m = session().module;
+        while (m.pages.size() < pages)
+            m.pages.push_back(LessonPage{"", "Added " + std::to_string(m.pages.size()),
+                                         "<P>Page " + std::to_string(m.pages.size()) + "</P>"});
+        session().saveForScorm(true);
+        return m;
+    }
+
+    void reload() {
+        const CourseModule m = session().module;
+        session().ResetModule();
+        session().module.moduleType = m.moduleType;
+        session().module.folderName = m.folderName;
+        ASSERT_TRUE(session().LoadModule());
+    }
+
+    fs::path folder() { return fs::path(session().module.ModuleFolder); }
+    std::map<std::string, std::string> pageFiles() {
+        std::map<std::string, std::string> pages;
+        for (const auto& entry : fs::directory_iterator(folder()))
+            if (entry.path().filename().string().rfind("page", 0) == 0)
+                pages[entry.path().filename().string()] = readBytes(entry.path());
+        return pages;
+    }
+};
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+// A module information file that yields no pages leaves every page file on disk through a save,
+// with a warning at load; pages deleted by the author in the session are the ones removed.
+TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
+    stageTemplates();
+    const std::vector<std::pair<const char*, std::function<std::string(const std::string&)>>>
+        damages = {
+            {"cut after its first line",
+             [](const std::string& t) { return t.substr(0, t.find("\r\n") + 2); }},
+            {"binary bytes",
+             [](const std::string&) { return std::string("\x00\xFF\x89PNG\x1A", 7); }},
+            {"empty copyright",
+             [](const std::string& t) {
+                 return replaced(t, "var copyright = \"\xC2\xA9 2025 Your Organization\";",
+                                 "var copyright = \"\";");
+             }},
+            {"no useSCORM line",
+             [](const std::string& t) { return replaced(t, "var useSCORM = true;\r\n", ""); }},
+        };
+    int n = 0;
+    for (const auto& [damage, damaged] : damages) {
+        SCOPED_TRACE(damage);
+        newLesson("Course" + std::to_string(n++), 5);
+        const auto saved = pageFiles();
+        ASSERT_EQ(saved.size(), 5u);
+        const fs::path info = folder() / "scripts" / "inc_ModuleInfo.js";
+        writeBytes(info, damaged(readBytes(info)));
+
+        prompt.messages.clear();
+        reload();
+        ASSERT_EQ(session().module.pages.size(), 1u);
+        ASSERT_EQ(prompt.messages.size(), 1u);
+        EXPECT_EQ(prompt.messages[0].title, "Warning");
+        EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
+        EXPECT_NE(prompt.messages[0].text.find(" 5 page files "), std::string::npos);
+
+        session().saveForScorm(true);
+        auto after = pageFiles();
+        EXPECT_EQ(after.size(), 5u);
+        after.erase("page0.html"); // the module's one page now
+        for (const auto& [name, bytes] : after)
+            EXPECT_EQ(bytes, saved.at(name)) << name;
+    }
+
+    newLesson("Deleting", 5);
+    writeBytes(folder() / "page9.html", "not the module's");
+    prompt.messages.clear();
+    reload();
+    EXPECT_NE(prompt.last()->text.find(" 1 page file "), std::string::npos);
+    session().module.pages.resize(3);
+    session().saveForScorm(true);
+    EXPECT_FALSE(fs::exists(folder() / "page3.html"));
+    EXPECT_FALSE(fs::exists(folder() / "page4.html"));
+    EXPECT_EQ(readBytes(folder() / "page9.html"), "not the module's");
+    // Once saved, pages added and deleted again are the module's own.
+    session().module.pages.push_back(LessonPage{});
+    session().saveForScorm(true);
+    session().module.pages.resize(3);
+    session().saveForScorm(true);
+    EXPECT_FALSE(fs::exists(folder() / "page3.html"));
+    EXPECT_EQ(pageFiles().size(), 4u);
+}
+
+TEST_F(SaveSafetyTest, APageDeletedByHandComesBackEmpty) {
+    stageTemplates();
+    newLesson("Course1", 3);
+    fs::remove(folder() / "page1.html");
+    reload();
+    EXPECT_EQ(session().module.pages[1].content, "\r\n");
+    EXPECT_EQ(contentBetweenMarkers(readBytes(folder() / "page1.html")), "\r\n");
+    session().saveForScorm(true);
+    EXPECT_EQ(contentBetweenMarkers(readBytes(folder() / "page1.html")), "\r\n");
+}
+
+// Whichever file a save would write is read-only, the save fails naming it and writes nothing.
+TEST_F(SaveSafetyTest, AReadOnlyFileFailsTheSaveBeforeAnythingIsWritten) {
+    stageTemplates();
+    newLesson("Course1", 3);
+    for (const char* file : {"scripts/inc_QAndA.js", "page2.html", "imsmanifest.xml"}) {
+        SCOPED_TRACE(file);
+        const fs::path locked = folder() / file;
+        writeBytes(locked, readBytes(locked) + "// added by hand\r\n");
+        fs::permissions(locked,
+                        fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+        std::map<std::string, std::string> before;
+        for (const auto& e : fs::recursive_directory_iterator(folder()))
+            if (e.is_regular_file())
+                before[e.path().string()] = readBytes(e.path());
+
+        session().module.modTitle = "Changed";
+        session().module.pages[2].content = "<P>Changed</P>";
+        session().markChanged();
+        try {
+            session().saveForScorm(true);
+            ADD_FAILURE() << "the save went through";
+        } catch (const FileError& e) {
+            EXPECT_EQ(e.path(), locked.string());
+            EXPECT_EQ(e.reason(), "Permission denied");
+        }
+        EXPECT_TRUE(session().ModuleChanged);
+        std::map<std::string, std::string> after;
+        for (const auto& e : fs::recursive_directory_iterator(folder()))
+            if (e.is_regular_file())
+                after[e.path().string()] = readBytes(e.path());
+        EXPECT_EQ(after, before);
+        EXPECT_EQ(fs::status(locked).permissions(),
+                  fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+        fs::permissions(locked, fs::perms::owner_write, std::filesystem::perm_options::add);
+    }
+}
+
+TEST_F(SaveSafetyTest, LeftoversOfAnInterruptedSaveGoAtTheNextSave) {
+    stageTemplates();
+    newLesson("Course1", 3);
+    const fs::path leftovers[] = {folder() / "page0.html.tmp-lumora",
+                                  folder() / "scripts" / "inc_QAndA.js.tmp-lumora",
+                                  folder() / "media" / "a.gif.tmp-lumora"};
+    for (const fs::path& p : leftovers)
+        writeBytes(p, "half written");
+    session().saveForScorm(true);
+    for (const fs::path& p : leftovers)
+        EXPECT_FALSE(fs::exists(p)) << p;
+    EXPECT_EQ(readBytes(folder() / "imsmanifest.xml").find("tmp-lumora"), std::string::npos);
+}
+
+} // namespace
+} // namespace lumora::test
