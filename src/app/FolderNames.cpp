@@ -2,6 +2,7 @@
 #include "app/FolderNames.h"
 
 #include "base/Prompt.h"
+#include "content/Normalize.h"
 #include "storage/Paths.h"
 
 #include <algorithm>
@@ -27,8 +28,10 @@ std::string forbiddenCharactersMessage() {
            "/ \\ : * ? \" < > |";
 }
 
-std::string rewriteFolderReferences(const std::string& text, const std::string& oldName,
-                                    const std::string& newName) {
+namespace {
+
+std::string replaceFolderName(const std::string& text, const std::string& oldName,
+                              const std::string& newName) {
     const std::string from = kSep + oldName + kSep;
     const std::string to = kSep + newName + kSep;
     std::string out;
@@ -42,6 +45,18 @@ std::string rewriteFolderReferences(const std::string& text, const std::string& 
         pos = hit + from.size();
     }
     out.append(text, pos, std::string::npos);
+    return out;
+}
+
+} // namespace
+
+std::string rewriteFolderReferences(const std::string& text, const std::string& oldName,
+                                    const std::string& newName) {
+    std::string out = replaceFolderName(text, oldName, newName);
+    // Content that passed normalisation holds a © or ° of the name as its entity.
+    const std::string normalisedOld = normalizeHTML(oldName);
+    if (normalisedOld != oldName)
+        out = replaceFolderName(out, normalisedOld, normalizeHTML(newName));
     return out;
 }
 

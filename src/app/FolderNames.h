@@ -15,7 +15,8 @@ bool hasForbiddenFolderCharacter(const std::string& name);
 // The message shown for a name with a forbidden character (two lines).
 std::string forbiddenCharactersMessage();
 
-// Replaces every sep + oldName + sep by sep + newName + sep (case-sensitive).
+// Replaces every sep + oldName + sep by sep + newName + sep (case-sensitive), the name as typed
+// and as normalised content holds it (a © as "&copy;").
 std::string rewriteFolderReferences(const std::string& text, const std::string& oldName,
                                     const std::string& newName);
 

@@ -2,9 +2,13 @@
 // editor form (absolute paths, placeholder images), and in and out of script string literals.
 #include "content/ContentForms.h"
 
+#include "base/TextUtil.h"
 #include "content/Normalize.h"
 #include "storage/Paths.h"
-#include "base/TextUtil.h"
+
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -17,8 +21,14 @@ constexpr std::string_view kLowerActivityStart =
     "<script language=\"JavaScript\">document.write(parentRef.writeActivityHTML(";
 constexpr std::string_view kLowerActivityEnd = "));</script>";
 
-std::string appImage(const ContentPaths& paths, const char* name) {
+std::string rawAppImage(const ContentPaths& paths, const char* name) {
     return "<IMG src=\"" + paths.installFolder + kSep + "app" + kSep + name + "\">";
+}
+
+// The image as editor-form content holds it: normalised like all content, so a folder name
+// holding one of the normalised characters (a © or °) holds its entity there.
+std::string appImage(const ContentPaths& paths, const char* name) {
+    return normalizeHTML(rawAppImage(paths, name));
 }
 
 // The module's media folder as the editor form writes it, separator at the end.
@@ -115,20 +125,56 @@ std::string toEditorHTML(std::string&& stored, const ContentPaths& paths) {
     return editorFromStored(std::move(stored), paths);
 }
 
-std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
+namespace {
+
+// The path texts toStoredHTML turns back into their stored form, in the order it replaces
+// them, made once for the folders they name. Each comes in two spellings: content that passed
+// normalisation holds a © or ° of a folder's name as its entity, content handed over as it
+// came holds the character. Recognising both keeps the stored form the same whatever
+// characters the folders' names hold.
+struct StoredTexts {
+    std::string moduleFolder;
+    std::string installFolder;
+    std::vector<std::pair<std::string, std::string_view>> replacements;
+};
+
+const StoredTexts& storedTexts(const ContentPaths& paths) {
+    thread_local StoredTexts texts;
+    thread_local bool made = false;
+    if (made && texts.moduleFolder == paths.moduleFolder &&
+        texts.installFolder == paths.installFolder)
+        return texts;
+    texts.moduleFolder = paths.moduleFolder;
+    texts.installFolder = paths.installFolder;
+    texts.replacements.clear();
+    const auto add = [](const std::string& from, std::string_view to) {
+        texts.replacements.emplace_back(from, to);
+        std::string normalised = normalizeHTML(from);
+        if (normalised != from)
+            texts.replacements.emplace_back(std::move(normalised), to);
+    };
     const std::string media = editorMediaFolder(paths);
     // The editing control may hand back a media path as a file URL. Those go first: on a
     // drive-letter system removing "file://" alone would leave "/media/".
     const std::string urlPath = fileUrlPath(media);
-    std::string html = replaceAll(editor, "file://" + urlPath, "media/");
+    add("file://" + urlPath, "media/");
     const std::string encoded = percentEncoded(urlPath);
     if (encoded != urlPath)
-        replaceAllIn(html, "file://" + encoded, "media/");
+        add("file://" + encoded, "media/");
+    add(media, "media/");
+    add(otherSlashForm(media), "media/");
+    add(rawAppImage(paths, "QAndAStart.gif"), kStoredActivityStart);
+    add(rawAppImage(paths, "QAndAEnd.gif"), kStoredActivityEnd);
+    made = true;
+    return texts;
+}
 
-    replaceAllIn(html, media, "media/");
-    replaceAllIn(html, otherSlashForm(media), "media/");
-    replaceAllIn(html, activityStartImage(paths), kStoredActivityStart);
-    replaceAllIn(html, activityEndImage(paths), kStoredActivityEnd);
+} // namespace
+
+std::string toStoredHTML(const std::string& editor, const ContentPaths& paths) {
+    std::string html = editor;
+    for (const auto& [from, to] : storedTexts(paths).replacements)
+        replaceAllIn(html, from, to);
     replaceAllIn(html, "file://", "");
     return normalizeHTML(std::move(html));
 }

@@ -11,7 +11,8 @@ struct ContentPaths {
     std::string installFolder; // no trailing separator; its "app" folder holds the gif images
 };
 
-// "<IMG src=\"" + installFolder + sep + "app" + sep + "QAndAStart.gif\">" and the end image.
+// "<IMG src=\"" + installFolder + sep + "app" + sep + "QAndAStart.gif\">" and the end image, as
+// editor-form content holds them (normalised: a © in the folder's name is "&copy;" there).
 std::string activityStartImage(const ContentPaths& paths);
 std::string activityEndImage(const ContentPaths& paths);
 // The whole placeholder of activity n (1-based).

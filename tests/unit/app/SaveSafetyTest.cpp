@@ -1,9 +1,10 @@
 // Saving modules whose folders were damaged by hand, checked by what is left on disk: page files
-// the module never held, a page deleted by hand, a read-only file and the leftovers of an
-// interrupted save.
+// the module never held, a page deleted by hand, a read-only file, folders whose names hold the
+// characters normalisation rewrites, and the leftovers of an interrupted save.
 #include "AppFixture.h"
 
 #include "app/Workspace.h"
+#include "content/Normalize.h"
 #include "storage/PageFiles.h"
 #include "storage/TextFile.h"
 
@@ -157,6 +158,71 @@ TEST_F(SaveSafetyTest, AReadOnlyFileFailsTheSaveBeforeAnythingIsWritten) {
         EXPECT_EQ(fs::status(locked).permissions(),
                   fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
         fs::permissions(locked, fs::perms::owner_write, std::filesystem::perm_options::add);
+    }
+}
+
+// The nineteen characters normalisation turns into entities, each in the names of the
+// installation, the workspace and the module folder: a picture and an activity stored from
+// the editor form come out exactly as they do in plain folders, through load, save, reload and
+// Save As.
+TEST_F(SaveSafetyTest, FolderNamesWithNormalisedCharactersKeepTheStoredForm) {
+    const char* characters[] = {"\u20AC", "\u2020", "\u2014", "\u2122", "\u00A2",
+                                "\u00A3", "\u00A5", "\u00A7", "\u00A9", "\u00AE",
+                                "\u00B0", "\u00B1", "\u00B5", "\u00B6", "\u00BC",
+                                "\u00BD", "\u00BE", "\u00D7", "\u00F7"};
+    const auto cycle = [&](const std::string& c) {
+        const fs::path inst = root / ("inst " + c);
+        fs::create_directories(inst);
+        fs::copy(fs::path(LUMORA_DIST_DIR) / "Templates", inst / "Templates",
+                 fs::copy_options::recursive);
+        Session s(prompt, registry, processes);
+        s.defaults = makeDefaultRecords(2024);
+        s.ResetModule();
+        s.setInstallation(inst.string(), (root / ("ws " + c)).string());
+        fs::create_directories(s.WorkspaceFolder);
+        createModuleFolder(s, kLesson, "Kurs " + c);
+
+        // As the editor hands content back: absolute paths, the characters as they are.
+        const std::string app = s.installFolder() + kSep + "app" + kSep;
+        const std::string media = s.module.ModuleFolder + kSep + "media" + kSep;
+        s.setPageContent(1, "<P>" + c + "<IMG src=\"" + media + "a.gif\"><IMG src=\"" + app +
+                                "QAndAStart.gif\">1<IMG src=\"" + app + "QAndAEnd.gif\"></P>");
+        s.setQuestionText(0, "<P><IMG src=\"" + media + "b.gif\"></P>");
+        s.saveForScorm(true);
+        const fs::path folder = s.module.ModuleFolder;
+        const std::string stored =
+            readBytes(folder / "page1.html") + readBytes(folder / "scripts" / "inc_QAndA.js");
+
+        s.ResetModule();
+        s.module.moduleType = kLesson;
+        s.module.folderName = "Kurs " + c;
+        EXPECT_TRUE(s.LoadModule());
+        s.markChanged();
+        s.saveForScorm(true);
+        EXPECT_EQ(readBytes(folder / "page1.html") + readBytes(folder / "scripts" / "inc_QAndA.js"),
+                  stored);
+
+        prompt.type("Kopie " + c);
+        EXPECT_TRUE(SaveModuleAs(s));
+        s.saveForScorm(true);
+        const fs::path copy = s.module.ModuleFolder;
+        EXPECT_EQ(readBytes(copy / "page1.html") + readBytes(copy / "scripts" / "inc_QAndA.js"),
+                  stored);
+        return stored;
+    };
+
+    std::string plain = cycle("plain");
+    // The page's own text holds the character normalised; everything else is the plain form.
+    ASSERT_NE(plain.find("<IMG src=\"media/a.gif\">"), std::string::npos) << plain;
+    ASSERT_NE(plain.find("writeActivityHTML(1));</SCRIPT>"), std::string::npos) << plain;
+    for (const char* c : characters) {
+        SCOPED_TRACE(c);
+        const std::string entity = normalizeHTML(std::string(c));
+        std::string expected = plain;
+        for (std::size_t at = expected.find("<P>plain"); at != std::string::npos;
+             at = expected.find("<P>plain", at + 1))
+            expected.replace(at + 3, 5, entity);
+        EXPECT_EQ(cycle(c), expected);
     }
 }
 
