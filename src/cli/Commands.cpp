@@ -52,6 +52,11 @@ int commandNew(Session& session, CliPrompt& prompt, const CliOptions& o, std::os
     const std::string type = moduleTypeWord(o.operands[0]);
     if (type.empty())
         return kUsage;
+    // The desktop program reads an empty answer as Cancel; here it can only be a mistake.
+    if (folderNameFromAnswer(o.operands[1]).empty()) {
+        session.prompt.error("The folder name is empty.");
+        return kRefused;
+    }
     // The name is the answer to the folder-name box; a refused name is not asked again.
     prompt.queueInput(o.operands[1]);
     session.NewModuleType = type;

@@ -84,7 +84,9 @@ TEST_F(CliTest, NewRefusesBadNamesWithTheMessagesAndDoesNotLoop) {
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err, "Error: S1 already exists.\nYou must use a unique name.\n");
 
-    EXPECT_EQ(ws("new Lesson '   '").status, 1);
+    r = ws("new Lesson '   '");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.err, "Error: The folder name is empty.\n");
     EXPECT_EQ(ws("new Course X").status, 2);
     EXPECT_EQ(ws("new Lesson").status, 2);
     EXPECT_EQ(ws("frobnicate").status, 2);
