@@ -32,8 +32,9 @@ namespace fs = std::filesystem;
 // Answers every question Yes and every address question with the same address.
 class YesPrompt : public lumora::Prompt {
   public:
-    lumora::Answer message(const std::string&, const std::string&, lumora::Icon,
-                           lumora::Buttons) override {
+    using lumora::Prompt::message;
+    lumora::Answer message(const std::string&, const std::string&, lumora::Icon, lumora::Buttons,
+                           lumora::Answer) override {
         return lumora::Answer::Yes;
     }
     std::optional<std::string> input(const std::string&, const std::string&,

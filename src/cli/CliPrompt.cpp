@@ -15,8 +15,9 @@ std::string terminalText(const std::string& text) {
     return out;
 }
 
-Answer CliPrompt::message(const std::string& text, const std::string& title, Icon,
-                          Buttons buttons) {
+// Questions are answered from --yes, never by a default a person would confirm with Enter.
+Answer CliPrompt::message(const std::string& text, const std::string& title, Icon, Buttons buttons,
+                          Answer) {
     ++shown_;
     out_ << (title.empty() ? "Lumora" : title) << ": " << terminalText(text) << '\n';
     if (buttons == Buttons::OK)

@@ -13,8 +13,9 @@ class CliPrompt : public Prompt {
   public:
     explicit CliPrompt(std::ostream& out, bool yes = false) : out_(out), yes_(yes) {}
 
-    Answer message(const std::string& text, const std::string& title, Icon icon,
-                   Buttons buttons) override;
+    using Prompt::message;
+    Answer message(const std::string& text, const std::string& title, Icon icon, Buttons buttons,
+                   Answer defaultButton) override;
     // Answers with the queued texts in turn, then cancels: a refused name is not asked again
     // forever, the command ends instead.
     std::optional<std::string> input(const std::string& prompt, const std::string& title,

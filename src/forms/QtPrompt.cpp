@@ -39,13 +39,13 @@ QMessageBox::Icon boxIcon(Icon icon) {
 } // namespace
 
 Answer QtPrompt::message(const std::string& text, const std::string& title, Icon icon,
-                         Buttons buttons) {
+                         Buttons buttons, Answer defaultButton) {
     QMessageBox box(boxIcon(icon), messageTitle(title), messageText(text), QMessageBox::NoButton,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     if (buttons == Buttons::YesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setDefaultButton(QMessageBox::Yes);
+        box.setDefaultButton(defaultButton == Answer::No ? QMessageBox::No : QMessageBox::Yes);
     } else {
         box.setStandardButtons(QMessageBox::Ok);
     }

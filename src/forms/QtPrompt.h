@@ -10,8 +10,9 @@ namespace lumora {
 
 class QtPrompt : public Prompt {
   public:
-    Answer message(const std::string& text, const std::string& title, Icon icon,
-                   Buttons buttons) override;
+    using Prompt::message;
+    Answer message(const std::string& text, const std::string& title, Icon icon, Buttons buttons,
+                   Answer defaultButton) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title,
                                      const std::string& defaultText) override;
 };

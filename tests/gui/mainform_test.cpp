@@ -196,12 +196,20 @@ TEST_F(MainFormTest, AFailedSaveSaysSoAndKeepsTheEdits) {
     EXPECT_TRUE(session.ModuleChanged);
 }
 
+// Exit and the close box ask the same question, whose default answer keeps the work.
 TEST_F(MainFormTest, ExitAnsweredNoKeepsEverythingAndYesEndsTheProgram) {
     MainForm* form = openLesson();
     typeTitle(form, "Kept");
     menu("mnuExit")->trigger();
-    ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text, "Are you sure you wish to exit?");
+    form->close();
+    ASSERT_EQ(prompt.messages.size(), 2u);
+    for (const ShownMessage& asked : prompt.messages) {
+        EXPECT_EQ(asked.text, "Are you sure you wish to exit?");
+        EXPECT_EQ(asked.title, "Exit Confirmation");
+        EXPECT_EQ(asked.icon, Icon::Exclamation);
+        EXPECT_EQ(asked.buttons, Buttons::YesNo);
+        EXPECT_EQ(asked.defaultButton, Answer::No);
+    }
     EXPECT_TRUE(form->isVisible());
     EXPECT_FALSE(program->isShutDown());
     EXPECT_TRUE(session.ModuleChanged);
@@ -210,7 +218,7 @@ TEST_F(MainFormTest, ExitAnsweredNoKeepsEverythingAndYesEndsTheProgram) {
     prompt.answer(Answer::Yes);
     menu("mnuExit")->trigger();
     // Exit never offers to save.
-    EXPECT_EQ(prompt.messages.size(), 2u);
+    EXPECT_EQ(prompt.messages.size(), 3u);
     EXPECT_TRUE(program->isShutDown());
     EXPECT_TRUE(finished.wait(kWaitMs));
 }

@@ -62,6 +62,22 @@ TEST(QtPromptBox, ShowsTheQuestionAsAskedAndAnswersWithTheButtonClicked) {
     EXPECT_TRUE(hadYes);
 }
 
+// Enter answers with the default button the caller named, so a question that loses work can
+// make a stray Enter harmless.
+TEST(QtPromptBox, EnterAnswersWithTheDefaultButton) {
+    QtPrompt prompt;
+    for (const Answer chosen : {Answer::Yes, Answer::No}) {
+        QTimer::singleShot(0, [] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        EXPECT_EQ(
+            prompt.message("Sure?", "Exit Confirmation", Icon::Exclamation, Buttons::YesNo, chosen),
+            chosen);
+    }
+}
+
 TEST(AboutBox, NamesTheDictionariesPresentInOrder) {
     QTemporaryDir dir;
     const std::string folder = dir.path().toStdString();

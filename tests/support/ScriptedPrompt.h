@@ -19,6 +19,7 @@ struct ShownMessage {
     std::string title;
     Icon icon;
     Buttons buttons;
+    Answer defaultButton;
 };
 
 struct AskedInput {
@@ -34,9 +35,10 @@ class ScriptedPrompt : public Prompt {
     std::vector<ShownMessage> messages;
     std::vector<AskedInput> asked;
 
-    Answer message(const std::string& text, const std::string& title, Icon icon,
-                   Buttons buttons) override {
-        messages.push_back({text, title, icon, buttons});
+    using Prompt::message;
+    Answer message(const std::string& text, const std::string& title, Icon icon, Buttons buttons,
+                   Answer defaultButton) override {
+        messages.push_back({text, title, icon, buttons, defaultButton});
         if (buttons == Buttons::OK)
             return Answer::OK;
         if (answers.empty())

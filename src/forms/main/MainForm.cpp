@@ -219,9 +219,10 @@ void MainForm::mnuExit_Click() {
 
 void MainForm::closeEvent(QCloseEvent* event) {
     if (!exiting_) {
-        // Exit asks only this: unsaved changes are dropped without a second question.
+        // Exit asks only this: unsaved changes are dropped without a second question, so a
+        // stray Enter must not be the answer that drops them.
         if (!session_.prompt.ask("Are you sure you wish to exit?", "Exit Confirmation",
-                                 Icon::Exclamation)) {
+                                 Icon::Exclamation, Answer::No)) {
             event->ignore();
             return;
         }
