@@ -256,6 +256,24 @@ TEST_F(MainFormTest, PreviewOfUnsavedChangesAnsweredNoShowsNothingAndYesShowsThe
     EXPECT_EQ(prompt.messages.size(), 2u);
 }
 
+// Open places the folder chooser over the main form and gives it the keyboard.
+TEST_F(MainFormTest, OpenShowsTheFolderChooserOverTheFormWithTheFocus) {
+    MainForm* form = openLesson();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    auto* editor = control<HtmlEditor>(form, "dhtmlLessonEdit");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->isLoaded(); }, kWaitMs));
+    menu("mnuOpen")->trigger();
+    QWidget* chooser = visibleForm("frmChooseFolder");
+    ASSERT_NE(chooser, nullptr);
+    auto* list = chooser->findChild<QListWidget*>("lstDirectories");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == list; }, kWaitMs));
+    const QPoint offset = chooser->frameGeometry().center() - form->frameGeometry().center();
+    EXPECT_LE(offset.manhattanLength(), 4) << offset.x() << "," << offset.y();
+    QTest::keyClick(chooser, Qt::Key_Escape);
+    EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
+    EXPECT_FALSE(program->isShutDown());
+}
+
 TEST_F(MainFormTest, HelpContentsShowsTheOfflineHelp) {
     MainForm* form = openLesson();
     EXPECT_EQ(menu("mnuHelpContents")->shortcut(), QKeySequence(QKeySequence::HelpContents));

@@ -11,6 +11,8 @@
 #include <QSignalSpy>
 #include <QToolButton>
 
+#include <functional>
+
 namespace lumora::testing {
 namespace {
 
@@ -106,6 +108,39 @@ TEST_F(StartChooserTest, NewLessonAsksUntilTheNameIsAcceptedAndOpensTheMainForm)
     EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
 }
 
+// The close box and Escape end the program when no choice was made: nothing else is open.
+TEST_F(StartChooserTest, ClosingItWithoutAChoiceEndsTheProgram) {
+    startToChooser();
+    QTest::keyClick(visibleForm("frmOpenChoose"), Qt::Key_Escape);
+    EXPECT_TRUE(program->isShutDown());
+
+    program = std::make_unique<Program>(session);
+    ASSERT_TRUE(program->start(install.string(), {}));
+    program->splash()->finish();
+    QSignalSpy finished(program.get(), &Program::finished);
+    visibleForm("frmOpenChoose")->close();
+    EXPECT_TRUE(program->isShutDown());
+    EXPECT_TRUE(finished.wait(kWaitMs));
+}
+
+// Enter presses the picture button that has the focus, Edit at first.
+TEST_F(StartChooserTest, EnterPressesTheFocusedPicture) {
+    startToChooser();
+    QWidget* chooser = visibleForm("frmOpenChoose");
+    auto* imgEdit = control<QToolButton>(chooser, "imgEdit");
+    ASSERT_EQ(chooser->focusWidget(), imgEdit);
+    QTest::keyClick(imgEdit, Qt::Key_Return);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_TRUE(containsText(prompt.last()->text, "You have not created any custom content."));
+
+    auto* imgNewSurvey = control<QToolButton>(chooser, "imgNewSurvey");
+    imgNewSurvey->setFocus();
+    prompt.type(std::nullopt);
+    QTest::keyClick(imgNewSurvey, Qt::Key_Enter);
+    ASSERT_EQ(prompt.asked.size(), 1u);
+    EXPECT_EQ(prompt.asked[0].title, "New Survey Folder");
+}
+
 TEST_F(StartChooserTest, CancellingTheNameKeepsTheChooser) {
     startToChooser();
     prompt.type(std::nullopt);
@@ -172,12 +207,58 @@ TEST_F(FolderChooserTest, ListsModulesAndOkOpensTheChosenOneByItsType) {
     EXPECT_EQ(prompt.messages.size(), 2u);
 }
 
-TEST_F(FolderChooserTest, CancelWithNoModuleOpenEndsTheProgram) {
+// Cancel, Escape and the close box all end the program when the chooser came from start-up.
+TEST_F(FolderChooserTest, ClosingItWithNoModuleOpenEndsTheProgram) {
+    const std::function<void(QWidget*)> closings[] = {
+        [](QWidget* chooser) { control<QPushButton>(chooser, "CancelButton")->click(); },
+        [](QWidget* chooser) { QTest::keyClick(chooser, Qt::Key_Escape); },
+        [](QWidget* chooser) { chooser->close(); },
+    };
     QWidget* chooser = openChooser();
-    QSignalSpy finished(program.get(), &Program::finished);
-    control<QPushButton>(chooser, "CancelButton")->click();
-    EXPECT_TRUE(program->isShutDown());
-    EXPECT_TRUE(finished.wait(kWaitMs));
+    for (const auto& closeIt : closings) {
+        if (!chooser) {
+            program = std::make_unique<Program>(session);
+            ASSERT_TRUE(program->start(install.string(), {}));
+            program->splash()->finish();
+            control<QToolButton>(visibleForm("frmOpenChoose"), "imgEdit")->click();
+            chooser = visibleForm("frmChooseFolder");
+        }
+        ASSERT_NE(chooser, nullptr);
+        QSignalSpy finished(program.get(), &Program::finished);
+        closeIt(chooser);
+        EXPECT_TRUE(program->isShutDown());
+        EXPECT_TRUE(finished.wait(kWaitMs));
+        chooser = nullptr;
+    }
+}
+
+// A Lesson whose module information lists none of its folder's page files still opens, and
+// the author is warned that those files are not part of it.
+TEST_F(FolderChooserTest, ALessonWithPageFilesOutsideItOpensWithAWarning) {
+    QWidget* chooser = openChooser();
+    const std::filesystem::path info = workspace / "Beta" / "scripts" / "inc_ModuleInfo.js";
+    const std::string text = readText(info);
+    std::ofstream(info, std::ios::binary) << text.substr(0, text.find("\r\n") + 2);
+    control<QListWidget>(chooser, "lstDirectories")->setCurrentRow(1); // Beta (L)
+    control<QPushButton>(chooser, "OKButton")->click();
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->title, "Warning");
+    EXPECT_EQ(prompt.last()->icon, Icon::Exclamation);
+    EXPECT_NE(visibleForm("frmMain"), nullptr);
+    EXPECT_TRUE(std::filesystem::exists(workspace / "Beta" / "page2.html"));
+}
+
+// The arrow keys choose a row and Enter opens it.
+TEST_F(FolderChooserTest, EnterOnARowOpensIt) {
+    QWidget* chooser = openChooser();
+    auto* list = control<QListWidget>(chooser, "lstDirectories");
+    EXPECT_EQ(chooser->focusWidget(), list);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(session.module.folderName, "Beta");
+    EXPECT_NE(visibleForm("frmMain"), nullptr);
+    EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
 }
 
 } // namespace

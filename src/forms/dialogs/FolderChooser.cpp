@@ -5,8 +5,10 @@
 #include "app/Workspace.h"
 #include "forms/main/ModuleActions.h"
 
+#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -28,10 +30,13 @@ FolderChooser::FolderChooser(Session& session, QWidget* parent)
     OKButton->setObjectName("OKButton");
     OKButton->setToolTip("Open the content in the selected folder");
     OKButton->setDefault(true);
+    // Enter on a focused button presses it; anywhere else in the form it presses OK.
+    OKButton->setAutoDefault(true);
     connect(OKButton, &QPushButton::clicked, this, &FolderChooser::OKButton_Click);
     auto* CancelButton = new QPushButton("Cancel", this);
     CancelButton->setObjectName("CancelButton");
     CancelButton->setToolTip("Cancel without selecting a folder");
+    CancelButton->setAutoDefault(true);
     connect(CancelButton, &QPushButton::clicked, this, &FolderChooser::CancelButton_Click);
 
     auto* frmLegend = new QGroupBox("Legend", this);
@@ -54,6 +59,28 @@ FolderChooser::FolderChooser(Session& session, QWidget* parent)
     layout->addWidget(lstDirectories_, 1);
     layout->addLayout(side);
     resize(420, 300);
+    lstDirectories_->setFocus();
+}
+
+void FolderChooser::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        OKButton_Click();
+        return;
+    case Qt::Key_Escape:
+        CancelButton_Click();
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void FolderChooser::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    // Closed at start-up (Cancel, Escape or the close box) there is nothing left to show.
+    if (!opened_ && session_.module.moduleType.empty())
+        emit shutdownRequested();
 }
 
 void FolderChooser::resetPage() {
@@ -68,14 +95,13 @@ void FolderChooser::OKButton_Click() {
     // A folder that cannot be read leaves the chooser open on the module that was open before.
     if (!replaceModuleGuarded(session_, [&] { return OpenModuleEntry(session_, text); }))
         return;
+    opened_ = true;
     close();
     emit moduleOpened();
 }
 
 void FolderChooser::CancelButton_Click() {
     close();
-    if (session_.module.moduleType.empty())
-        emit shutdownRequested();
 }
 
 } // namespace lumora

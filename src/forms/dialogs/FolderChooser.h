@@ -23,11 +23,17 @@ class FolderChooser : public QWidget {
 
   signals:
     void moduleOpened();      // the chosen module is loaded; the chooser has closed
-    void shutdownRequested(); // cancelled with no module open
+    void shutdownRequested(); // cancelled or closed with no module open
+
+  protected:
+    // Enter opens the selected folder (OK is the default button); Escape cancels.
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     Session& session_;
     QListWidget* lstDirectories_;
+    bool opened_ = false; // closed because a module was opened
 };
 
 } // namespace lumora

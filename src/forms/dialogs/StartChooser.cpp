@@ -7,7 +7,9 @@
 #include "forms/main/ModuleActions.h"
 #include "storage/CourseModule.h"
 
+#include <QCloseEvent>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QToolButton>
 
@@ -61,6 +63,32 @@ StartChooser::StartChooser(Session& session, QWidget* parent)
     layout->addWidget(imgNewLesson, 1, 1);
     layout->addWidget(imgNewEval, 1, 2);
     layout->addWidget(imgNewSurvey, 1, 3);
+    // Keys work from the start: Tab moves between the pictures, Enter presses one.
+    imgEdit->setFocus();
+}
+
+void StartChooser::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* focused = qobject_cast<QAbstractButton*>(focusWidget())) {
+            focused->click();
+            return;
+        }
+    } else if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void StartChooser::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    if (!handedOver_ && session_.module.moduleType.empty())
+        emit shutdownRequested();
+}
+
+void StartChooser::handOver() {
+    handedOver_ = true;
+    close();
 }
 
 bool StartChooser::load() {
@@ -74,7 +102,7 @@ void StartChooser::imgEdit_Click() {
                                 "Error", Icon::Critical, Buttons::OK);
         return;
     }
-    close();
+    handOver();
     emit editRequested();
 }
 
@@ -92,7 +120,7 @@ void StartChooser::newModule(const char* type) {
     bool created = replaceModuleGuarded(session_, [&] { return NewModuleFolder(session_, type); });
     if (!created)
         return;
-    close();
+    handOver();
     emit moduleOpened();
 }
 

@@ -25,11 +25,21 @@ class StartChooser : public QWidget {
   signals:
     void moduleOpened();  // a new module was created and loaded; the chooser has closed
     void editRequested(); // the folder chooser is wanted; the chooser has closed
+    // Closed without a choice (close box, Escape) while no module is open: nothing is left
+    // for the program to show.
+    void shutdownRequested();
+
+  protected:
+    // Enter presses the picture button that has the focus; Escape closes the chooser.
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     void newModule(const char* type);
+    void handOver();
 
     Session& session_;
+    bool handedOver_ = false; // closed because a choice was made
 };
 
 } // namespace lumora

@@ -11,6 +11,7 @@
 #include "forms/main/MainForm.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QTimer>
 
 namespace lumora {
@@ -54,6 +55,7 @@ void Program::showStartChooser() {
     }
     connect(chooser, &StartChooser::moduleOpened, this, &Program::showMainForm);
     connect(chooser, &StartChooser::editRequested, this, &Program::showFolderChooser);
+    connect(chooser, &StartChooser::shutdownRequested, this, &Program::shutdown);
     chooser->show();
     if (onStartChooserShown) {
         auto announce = std::move(onStartChooserShown);
@@ -74,7 +76,13 @@ void Program::showFolderChooser() {
     connect(chooser, &FolderChooser::shutdownRequested, this, &Program::shutdown);
     if (mainForm_)
         chooser->setWindowModality(Qt::NonModal);
+    // Over the form that asked for it (at start-up, the middle of the screen), ready for keys.
+    const QRect over =
+        mainForm_ ? mainForm_->frameGeometry() : chooser->screen()->availableGeometry();
+    chooser->move(over.center() - chooser->rect().center());
     chooser->show();
+    chooser->raise();
+    chooser->activateWindow();
     chooser->resetPage();
 }
 
