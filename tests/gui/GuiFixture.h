@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -55,6 +56,8 @@ class GuiTest : public ::testing::Test {
         QStandardPaths::setTestModeEnabled(true);
         QCoreApplication::setOrganizationName("Lumora");
         QCoreApplication::setApplicationName("LumoraGuiTests");
+        // Each test starts without remembered window places or a configured help address.
+        QSettings().clear();
         ASSERT_TRUE(root.isValid());
         install = std::filesystem::path(root.path().toStdString()) / "install";
         workspace = install / "MyContent";

@@ -7,11 +7,14 @@
 #include "forms/web/ModuleWebView.h"
 #include "storage/Paths.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QLocale>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
+#include <QTime>
 #include <QWebEngineView>
 #include <zip.h>
 
@@ -254,6 +257,30 @@ TEST_F(MainFormTest, PreviewOfUnsavedChangesAnsweredNoShowsNothingAndYesShowsThe
     control<QPushButton>(form, "btnPreview")->click();
     EXPECT_TRUE(started.count() > 0 || started.wait(kWaitMs));
     EXPECT_EQ(prompt.messages.size(), 2u);
+}
+
+// The status bar says what the last save wrote and marks unsaved edits; the caption stays.
+TEST_F(MainFormTest, TheStatusBarShowsSavesAndUnsavedChanges) {
+    MainForm* form = openLesson();
+    auto* saved = control<QLabel>(form, "lblSaveState");
+    auto* unsaved = control<QLabel>(form, "lblUnsavedChanges");
+    EXPECT_EQ(saved->text(), "");
+    EXPECT_EQ(unsaved->text(), "");
+
+    typeTitle(form, "Marked");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return unsaved->text() == "Unsaved changes"; }, kWaitMs));
+    menu("mnuSave")->trigger();
+    EXPECT_TRUE(saved->text().startsWith("Saved for SCORM/AICC at "));
+    EXPECT_EQ(unsaved->text(), "");
+    menu("mnuSaveNonSCORM")->trigger();
+    EXPECT_TRUE(saved->text().startsWith("Saved (non-SCORM/AICC) at "));
+    EXPECT_TRUE(saved->text().contains(QLocale().toString(QTime::currentTime(),
+                                                          QLocale::ShortFormat)) ||
+                saved->text().size() > 26); // the minute may have turned since
+    // An edit made elsewhere than the form's own fields shows too.
+    session.markChanged();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return unsaved->text() == "Unsaved changes"; }, kWaitMs));
+    EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
 }
 
 // Open places the folder chooser over the main form and gives it the keyboard.

@@ -4,6 +4,7 @@
 
 #include "app/Session.h"
 #include "app/Workspace.h"
+#include "forms/FitCaptions.h"
 #include "forms/dialogs/AboutForm.h"
 #include "forms/dialogs/ExportPackageDialog.h"
 #include "forms/dialogs/FindForm.h"
@@ -13,12 +14,16 @@
 #include "forms/main/ModuleActions.h"
 #include "platform/PackageExport.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPlainTextEdit>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTabWidget>
+#include <QTime>
 #include <QVBoxLayout>
 
 namespace lumora {
@@ -55,10 +60,8 @@ MainForm::MainForm(Session& session, QWidget* parent)
     tmrEgg_.setInterval(150);
     connect(&tmrEgg_, &QTimer::timeout, this, &MainForm::tmrEgg_Timer);
 
-    setMinimumSize(kMinimumWidthPx, kMinimumHeightPx);
-    resize(1000, 720);
-    QSettings settings;
-    restoreGeometry(settings.value("mainWindow/geometry").toByteArray());
+    buildStatusBar();
+    letButtonsShrinkToCaptions(this);
 }
 
 MainForm::~MainForm() = default;
@@ -105,7 +108,41 @@ bool MainForm::SaveModule() {
     // The files no longer hold what the author sees: keep the module marked as changed.
     if (!saved)
         session_.markChanged();
+    else
+        showSaved();
+    refreshChangedMark();
     return saved;
+}
+
+// --- status bar ----------------------------------------------------------------------------
+
+void MainForm::buildStatusBar() {
+    lblSaveState_ = new QLabel(statusBar());
+    lblSaveState_->setObjectName("lblSaveState");
+    lblUnsavedChanges_ = new QLabel(statusBar());
+    lblUnsavedChanges_->setObjectName("lblUnsavedChanges");
+    statusBar()->addWidget(lblSaveState_, 1);
+    statusBar()->addPermanentWidget(lblUnsavedChanges_);
+    // ModuleChanged is a plain flag that every edit of every form sets, so the mark follows it
+    // whenever the event loop has finished its work, rather than each edit telling the form.
+    auto* loop = QAbstractEventDispatcher::instance();
+    connect(loop, &QAbstractEventDispatcher::aboutToBlock, this, &MainForm::refreshChangedMark);
+    connect(loop, &QAbstractEventDispatcher::awake, this, &MainForm::refreshChangedMark);
+}
+
+void MainForm::showSaved() {
+    const QString saved = session_.module.useSCORM == "true"
+                              ? QStringLiteral("Saved for SCORM/AICC")
+                              : QStringLiteral("Saved (non-SCORM/AICC)");
+    lblSaveState_->setText(saved + " at " +
+                           QLocale().toString(QTime::currentTime(), QLocale::ShortFormat));
+}
+
+void MainForm::refreshChangedMark() {
+    if (session_.ModuleChanged == changedShown_)
+        return;
+    changedShown_ = session_.ModuleChanged;
+    lblUnsavedChanges_->setText(changedShown_ ? QStringLiteral("Unsaved changes") : QString());
 }
 
 bool MainForm::saveWith(bool scorm) {
@@ -229,7 +266,7 @@ void MainForm::closeEvent(QCloseEvent* event) {
         exiting_ = true;
     }
     QSettings settings;
-    settings.setValue("mainWindow/geometry", saveGeometry());
+    settings.setValue(kGeometryKey, saveGeometry());
     if (frmPreview_)
         frmPreview_->close();
     if (frmHelp_)

@@ -35,6 +35,9 @@ class QToolButton;
 
 namespace lumora {
 
+// Where the main form's place on screen is remembered between runs.
+inline constexpr const char* kGeometryKey = "mainWindow/geometry";
+
 class AboutForm;
 class HtmlEditor;
 class Session;
@@ -154,6 +157,7 @@ class MainForm : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -197,9 +201,17 @@ class MainForm : public QMainWindow {
     bool saveWith(bool scorm);
     // Shows the help viewer on "offline" (the installed help) or "online".
     void showHelp(const char* helpLocation);
+    // The status bar: what the last save wrote, and whether there are unsaved changes.
+    void buildStatusBar();
+    void showSaved();
+    void refreshChangedMark();
     // MainFormLayout.cpp
     void resolutionCheck();
     void placeEgg();
+    // The remembered place when it fits the screen, else the opening size within the screen.
+    void placeOnScreen();
+    // The minimum size, widened when the controls of the module's type need more.
+    void keepMinimumSize();
 
     Session& session_;
     QtFormDialogs qtDialogs_;
@@ -262,6 +274,12 @@ class MainForm : public QMainWindow {
     QGroupBox* frameTerm_ = nullptr;
     QLineEdit* txtTerm_ = nullptr;
     QPlainTextEdit* txtDefinition_ = nullptr;
+
+    // status bar
+    QLabel* lblSaveState_ = nullptr;
+    QLabel* lblUnsavedChanges_ = nullptr;
+    bool changedShown_ = false;
+    bool placed_ = false; // placed on screen at its first showing
 
     // the hidden animation
     QLabel* lblEgg_ = nullptr;

@@ -45,6 +45,10 @@ void selectRow(QListWidget* list, int row) {
 void MainForm::showLoadedModule() {
     setWindowTitle(qs(mainCaption(session_.module)));
     resetPage();
+    // The last save shown was of the module before; the type may show wider controls.
+    lblSaveState_->clear();
+    refreshChangedMark();
+    keepMinimumSize();
 }
 
 void MainForm::resetPage() {

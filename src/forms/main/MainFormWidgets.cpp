@@ -50,7 +50,11 @@ template <class W> W* named(W* widget, const char* name, const QString& tip = {}
 
 QPushButton* button(QWidget* parent, const char* name, const QString& caption,
                     const QString& tip = {}) {
-    return named(new QPushButton(caption, parent), name, tip);
+    QPushButton* b = named(new QPushButton(caption, parent), name, tip);
+    // A button without a caption is known by its tooltip to screen readers.
+    if (caption.isEmpty())
+        b->setAccessibleName(tip);
+    return b;
 }
 
 // Buttons whose handlers come with the item operations and formatting work.
@@ -74,14 +78,29 @@ QLabel* label(QWidget* parent, const char* name, const QString& caption, QWidget
     return l;
 }
 
-// The Create / Remove / Up / Down row under each item list.
-QHBoxLayout* itemButtons(std::initializer_list<QPushButton*> buttons) {
+// A row of buttons, left-aligned.
+QHBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons) {
     auto* row = new QHBoxLayout;
     row->setSpacing(4);
     for (QPushButton* b : buttons)
         row->addWidget(b);
     row->addStretch();
     return row;
+}
+
+// The Create / Remove (and Up / Down) buttons under an item list, two to a row: the list's
+// column then needs no more width than two buttons, which leaves the editors room at the
+// form's minimum size.
+QGridLayout* itemButtons(std::initializer_list<QPushButton*> buttons) {
+    auto* grid = new QGridLayout;
+    grid->setSpacing(4);
+    int i = 0;
+    for (QPushButton* b : buttons) {
+        grid->addWidget(b, i / 2, i % 2);
+        ++i;
+    }
+    grid->setColumnStretch(2, 1);
+    return grid;
 }
 
 } // namespace
@@ -242,6 +261,8 @@ QWidget* MainForm::buildQuestionsTab() {
 
     lstQuestionType_ = named(new QComboBox(frameQuestion_), "lstQuestionType",
                              "Select Single-select or Multiple-select");
+    // Its entries are set per question; the box keeps the width of the longest.
+    lstQuestionType_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     lstOptions_ = named(new QListWidget(frameQuestion_), "lstOptions");
     chkShuffleOptions_ =
         named(new QCheckBox("Shuffle Options", frameQuestion_), "chkShuffleOptions",
@@ -262,16 +283,24 @@ QWidget* MainForm::buildQuestionsTab() {
     txtNumberToAsk_->setMaximumWidth(80);
     lblNumberToAsk_ = label(frameQuestion_, "lblNumberToAsk", "Number to Ask", txtNumberToAsk_);
 
+    // Labels in the first column; each check box shares a row with a field, so the frame
+    // fits the form's minimum size.
+    auto* typeRow = new QHBoxLayout;
+    typeRow->addWidget(lstQuestionType_);
+    typeRow->addWidget(chkShuffleOptions_);
+    typeRow->addStretch();
+    auto* numberRow = new QHBoxLayout;
+    numberRow->addWidget(txtNumberToAsk_);
+    numberRow->addWidget(chkShuffleQuestions_);
+    numberRow->addStretch();
     auto* details = new QGridLayout;
     details->addWidget(label(frameQuestion_, "lblType", "Type", lstQuestionType_), 0, 0);
-    details->addWidget(lstQuestionType_, 0, 1);
-    details->addWidget(chkShuffleOptions_, 0, 2);
-    details->addWidget(chkShuffleQuestions_, 0, 3);
+    details->addLayout(typeRow, 0, 1);
     details->addWidget(label(frameQuestion_, "lblOptions", "Options", lstOptions_), 1, 0,
                        Qt::AlignTop);
-    details->addWidget(lstOptions_, 1, 1, 1, 3);
+    details->addWidget(lstOptions_, 1, 1);
     details->addLayout(
-        itemButtons(
+        buttonRow(
             {laterButton(frameQuestion_, "btnAddOption", "Create",
                          "Create a new option for this question"),
              laterButton(frameQuestion_, "btnEditOption", "Edit", "Edit the selected item"),
@@ -280,12 +309,11 @@ QWidget* MainForm::buildQuestionsTab() {
                          "Move the selected item up"),
              arrowButton(frameQuestion_, "btnDownOption", "Down", QStyle::SP_ArrowDown,
                          "Move the selected item down")}),
-        2, 1, 1, 3);
+        2, 0, 1, 2);
     details->addWidget(lblRationale_, 3, 0);
-    details->addWidget(txtRationale_, 3, 1, 1, 3);
+    details->addWidget(txtRationale_, 3, 1);
     details->addWidget(lblNumberToAsk_, 4, 0);
-    details->addWidget(txtNumberToAsk_, 4, 1);
-    details->setColumnStretch(3, 1);
+    details->addLayout(numberRow, 4, 1);
     lstOptions_->setMaximumHeight(110);
 
     auto* frame = new QVBoxLayout(frameQuestion_);
