@@ -15,6 +15,7 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTime>
+#include <QWebEnginePage>
 #include <QWebEngineView>
 #include <zip.h>
 
@@ -299,6 +300,35 @@ TEST_F(MainFormTest, OpenShowsTheFolderChooserOverTheFormWithTheFocus) {
     QTest::keyClick(chooser, Qt::Key_Escape);
     EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
     EXPECT_FALSE(program->isShutDown());
+}
+
+// Until an online address is set the online help says so and links the offline help; the
+// address is set in the settings dialog and then opened.
+TEST_F(MainFormTest, OnlineHelpNeedsAnAddressFromTheSettings) {
+    MainForm* form = openLesson();
+    menu("mnuHelpOnline")->trigger();
+    HelpForm* help = form->helpForm();
+    ASSERT_NE(help, nullptr);
+    QSignalSpy loaded(help, &WebViewerForm::loadFinished);
+    ASSERT_TRUE(loaded.count() > 0 || loaded.wait(kWaitMs));
+    QString text;
+    help->browser()->page()->toPlainText([&](const QString& t) { text = t; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !text.isEmpty(); }, kWaitMs));
+    EXPECT_TRUE(text.contains("No online help address is set")) << text.toStdString();
+    loaded.clear();
+    help->browser()->page()->runJavaScript("document.getElementById('offline').click()");
+    ASSERT_TRUE(loaded.wait(kWaitMs));
+    EXPECT_EQ(help->browser()->locationText().toStdString(),
+              (install / "Help" / "lessonFrameset.html").string());
+
+    menu("mnuSettings")->trigger();
+    QWidget* settings = visibleForm("frmSettings");
+    ASSERT_NE(settings, nullptr);
+    QTest::keyClicks(control<QLineEdit>(settings, "txtOnlineHelp"), "about:blank");
+    control<QPushButton>(settings, "OKButton")->click();
+    EXPECT_EQ(QSettings().value("help/onlineUrl").toString(), "about:blank");
+    menu("mnuHelpOnline")->trigger();
+    EXPECT_EQ(help->browser()->locationText(), "about:blank");
 }
 
 TEST_F(MainFormTest, HelpContentsShowsTheOfflineHelp) {

@@ -3,6 +3,8 @@
 #include "forms/dialogs/WebViewerForm.h"
 
 #include "app/Session.h"
+#include "forms/dialogs/SettingsForm.h"
+#include "forms/web/LumoraScheme.h"
 #include "forms/web/ModuleWebView.h"
 #include "storage/Paths.h"
 
@@ -38,16 +40,33 @@ HelpForm::HelpForm(Session& session, QWidget* parent)
     : WebViewerForm("frmHelp", "Help", "wwwBrowser", parent), session_(session) {}
 
 QUrl HelpForm::onlineHelpAddress() {
-    QSettings settings;
-    return QUrl(settings.value("help/onlineUrl", "https://lumora.example/help/").toString());
+    return QUrl(QSettings().value(kOnlineHelpKey).toString());
+}
+
+QString HelpForm::offlineHelpFile() const {
+    return QString::fromStdString(session_.AppPath + "Help" + kSep + "lessonFrameset.html");
 }
 
 void HelpForm::refreshBrowser(const QString& HelpLocation) {
-    if (HelpLocation == "offline")
-        browser_->navigateTo(
-            QString::fromStdString(session_.AppPath + "Help" + kSep + "lessonFrameset.html"));
-    else
-        browser_->navigateTo(onlineHelpAddress().toString());
+    if (HelpLocation == "offline") {
+        browser_->navigateTo(offlineHelpFile());
+        return;
+    }
+    const QUrl online = onlineHelpAddress();
+    if (!online.isEmpty()) {
+        browser_->navigateTo(online.toString());
+        return;
+    }
+    // No address to open: say so, and link the help that comes with the program. The page is
+    // placed in the help's folder so that its link is an ordinary relative one.
+    const QString page =
+        "<html><body style=\"font-family: sans-serif; margin: 2em\">"
+        "<h2>No online help address is set</h2>"
+        "<p>Set the address of the online help under <b>File &gt; Settings...</b></p>"
+        "<p><a id=offline href=\"lessonFrameset.html\">Show the help that comes with "
+        "Lumora</a></p></body></html>";
+    browser_->setHtml(page, lumoraUrlForFile(QString::fromStdString(session_.AppPath + "Help" +
+                                                                    kSep + "no-online-help")));
 }
 
 } // namespace lumora

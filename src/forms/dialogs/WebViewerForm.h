@@ -42,11 +42,13 @@ class HelpForm : public WebViewerForm {
     Q_OBJECT
   public:
     HelpForm(Session& session, QWidget* parent = nullptr);
-    // "offline" shows AppPath + "Help/lessonFrameset.html"; anything else the online address.
+    // "offline" shows AppPath + "Help/lessonFrameset.html"; anything else the online address,
+    // or, while none is set, a page that says so and links the offline help.
     void refreshBrowser(const QString& HelpLocation);
 
-    // The online help address, kept in the settings under "help/onlineUrl".
+    // The online help address set in the settings dialog; empty while none is set.
     static QUrl onlineHelpAddress();
+    QString offlineHelpFile() const;
 
   private:
     Session& session_;

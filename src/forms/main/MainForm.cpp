@@ -9,6 +9,7 @@
 #include "forms/dialogs/ExportPackageDialog.h"
 #include "forms/dialogs/FindForm.h"
 #include "forms/dialogs/FontForm.h"
+#include "forms/dialogs/SettingsForm.h"
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/main/ListTexts.h"
 #include "forms/main/ModuleActions.h"
@@ -233,6 +234,13 @@ void MainForm::showHelp(const char* helpLocation) {
     frmHelp_->show();
     frmHelp_->raise();
     frmHelp_->refreshBrowser(helpLocation);
+}
+
+void MainForm::mnuSettings_Click() {
+    // Window-modal without a nested event loop; the dialog deletes itself when closed.
+    auto* settings = new SettingsForm(this);
+    settings->setAttribute(Qt::WA_DeleteOnClose);
+    settings->open();
 }
 
 void MainForm::mnuHelpContents_Click() {

@@ -109,6 +109,7 @@ class MainForm : public QMainWindow {
     bool exportPackageTo(const QString& zipPath, const PackageOptions& options = {});
     void mnuExit_Click();
     void btnPreview_Click();
+    void mnuSettings_Click();
     void mnuHelpContents_Click();
     void mnuHelpOnline_Click();
     void mnuAbout_Click();

@@ -130,6 +130,8 @@ void MainForm::buildMenus() {
             &MainForm::mnuSaveAs_Click);
     connect(menuItem(mnuFile_, "mnuExportPackage", "Export Package..."), &QAction::triggered, this,
             &MainForm::mnuExportPackage_Click);
+    connect(menuItem(mnuFile_, "mnuSettings", "Settings..."), &QAction::triggered, this,
+            &MainForm::mnuSettings_Click);
     mnuSep2_ = separator(mnuFile_, "mnuSep2");
     QAction* mnuExit = menuItem(mnuFile_, "mnuExit", "E&xit");
     connect(mnuExit, &QAction::triggered, this, &MainForm::mnuExit_Click);
