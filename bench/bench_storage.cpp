@@ -157,6 +157,19 @@ void BM_SaveLessonEveryFileChanged(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * savedBytes()));
 }
 
+// What a save checks before it writes anything: that none of the files it would write is
+// read-only, and that no unfinished write was left in the module folder.
+void BM_ChecksBeforeSave(benchmark::State& state) {
+    BenchFolder& f = folder();
+    CourseModule saved = f.module;
+    WriteModuleFiles(saved, f.paths);
+    for (auto _ : state) {
+        for (const std::string& path : moduleFilePaths(saved))
+            ensureNotReadOnly(path);
+        removeUnfinishedWrites(f.paths.moduleFolder);
+    }
+}
+
 void BM_LoadLesson(benchmark::State& state) {
     BenchFolder& f = folder();
     CourseModule saved = f.module;
@@ -301,6 +314,7 @@ void BM_PlainRead(benchmark::State& state) {
 
 BENCHMARK(BM_SaveLesson)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SaveLessonEveryFileChanged)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ChecksBeforeSave)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlainWrite)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlainCopyToNewFiles)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LoadLesson)->Unit(benchmark::kMillisecond);

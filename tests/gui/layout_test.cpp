@@ -1,7 +1,8 @@
 // The main form on scaled screens: it opens within the screen, and no caption of a button, tab
-// or combo box is cut, on any tab of any module type, at the form's minimum size and at the size
-// it opens with. CTest runs these tests once more under QT_SCALE_FACTOR 1.5 and 2 on a
-// 1280x1024 screen; every visible control is walked, so controls added later are held to it.
+// or combo box is cut (and no button goes without a name), on any tab of any module type, at
+// the form's minimum size and at the size it opens with. CTest runs these tests once more under
+// QT_SCALE_FACTOR 1.5 and 2 on a 1280x1024 screen; every visible control is walked, so controls
+// added later are held to it.
 #include "GuiFixture.h"
 
 #include <QAbstractButton>
@@ -41,8 +42,12 @@ QString describe(const QWidget* w, const QString& text, int room, int needed) {
 
 // Where each kind of control draws its caption, against the room the caption needs.
 void checkButton(QAbstractButton* b, QStringList& cut) {
-    if (b->text().isEmpty())
+    // A picture-only button says what it does to the eye and to a screen reader.
+    if (b->text().isEmpty()) {
+        if (b->toolTip().isEmpty() || b->accessibleName().isEmpty())
+            cut << b->objectName() + ": no caption, tooltip or accessible name";
         return;
+    }
     const QString text = shownText(b->text());
     const int textWidth = b->fontMetrics().horizontalAdvance(text);
     if (auto* push = qobject_cast<QPushButton*>(b)) {
