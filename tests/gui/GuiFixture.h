@@ -102,6 +102,13 @@ class GuiTest : public ::testing::Test {
         ASSERT_NE(visibleForm("frmOpenChoose"), nullptr);
     }
 
+    // The installation started once more, up to its start chooser.
+    void restartToChooser() {
+        ASSERT_TRUE(startProgram());
+        program->splash()->finish();
+        ASSERT_NE(visibleForm("frmOpenChoose"), nullptr);
+    }
+
     // The program started and `name` (of `type`) opened in the main form.
     MainForm* openModule(const std::string& name, const std::string& type) {
         startToChooser();

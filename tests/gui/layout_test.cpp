@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSettings>
 #include <QStyleOptionButton>
@@ -20,17 +21,8 @@ namespace lumora::testing {
 namespace {
 
 // A caption as shown: "&" marks a mnemonic, "&&" is an ampersand.
-QString shownText(const QString& caption) {
-    QString shown;
-    for (qsizetype i = 0; i < caption.size(); ++i) {
-        if (caption[i] == '&') {
-            if (i + 1 < caption.size() && caption[i + 1] == '&')
-                shown += caption[++i];
-            continue;
-        }
-        shown += caption[i];
-    }
-    return shown;
+QString shownText(QString caption) {
+    return caption.remove(QRegularExpression("&(?!&)"));
 }
 
 QString describe(const QWidget* w, const QString& text, int room, int needed) {
@@ -104,6 +96,10 @@ QStringList cutCaptions(QWidget* form) {
     for (QWidget* w : form->findChildren<QWidget*>()) {
         if (!w->isVisible())
             continue;
+        // Buttons and boxes keep the height their caption needs.
+        if ((qobject_cast<QAbstractButton*>(w) || qobject_cast<QComboBox*>(w)) &&
+            w->height() < w->sizeHint().height())
+            cut << w->objectName() + ": squeezed in height";
         if (auto* b = qobject_cast<QAbstractButton*>(w); b && !qobject_cast<QTabBar*>(w->parent()))
             checkButton(b, cut);
         else if (auto* bar = qobject_cast<QTabBar*>(w))
@@ -157,11 +153,7 @@ TEST_F(MainFormScreen, TheMainFormOpensWithinTheScreen) {
     EXPECT_GE(form->minimumHeight(), 487);
     if (available.width() >= form->minimumWidth() + 8 &&
         available.height() >= form->minimumHeight() + 8)
-        EXPECT_TRUE(available.contains(form->frameGeometry()))
-            << form->frameGeometry().x() << "," << form->frameGeometry().y() << " "
-            << form->frameGeometry().width() << "x" << form->frameGeometry().height() << " in "
-            << available.width() << "x" << available.height() << " min " << form->minimumWidth()
-            << "x" << form->minimumHeight();
+        EXPECT_TRUE(available.contains(form->frameGeometry()));
     else
         EXPECT_EQ(form->size(), form->minimumSize());
 }

@@ -114,9 +114,7 @@ TEST_F(StartChooserTest, ClosingItWithoutAChoiceEndsTheProgram) {
     QTest::keyClick(visibleForm("frmOpenChoose"), Qt::Key_Escape);
     EXPECT_TRUE(program->isShutDown());
 
-    program = std::make_unique<Program>(session);
-    ASSERT_TRUE(program->start(install.string(), {}));
-    program->splash()->finish();
+    restartToChooser();
     QSignalSpy finished(program.get(), &Program::finished);
     visibleForm("frmOpenChoose")->close();
     EXPECT_TRUE(program->isShutDown());
@@ -217,9 +215,7 @@ TEST_F(FolderChooserTest, ClosingItWithNoModuleOpenEndsTheProgram) {
     QWidget* chooser = openChooser();
     for (const auto& closeIt : closings) {
         if (!chooser) {
-            program = std::make_unique<Program>(session);
-            ASSERT_TRUE(program->start(install.string(), {}));
-            program->splash()->finish();
+            restartToChooser();
             control<QToolButton>(visibleForm("frmOpenChoose"), "imgEdit")->click();
             chooser = visibleForm("frmChooseFolder");
         }
