@@ -51,6 +51,10 @@ std::vector<std::string> rows(const std::vector<LessonPage>& pages) {
 }
 using Rows = std::vector<std::string>;
 
+std::string addPage(const std::string& title) {
+    return "objLessonModule.addPage(objLessonModule.pages.length, \"" + title + "\");\r\n";
+}
+
 TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     CourseModule m = makeModule(kLesson);
     m.modTitle = "Say \"hi\"";
@@ -177,36 +181,38 @@ TEST_F(ModuleLoaderTest, TitleAndCopyrightAreUnescapedTwiceAndOldCodePageFilesAr
     EXPECT_EQ(r.useSCORM, "");
 }
 
-TEST_F(ModuleLoaderTest, MissingUseScormLineMeansScorm) {
-    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"P\");\r\n");
-    CourseModule r = load(kLesson);
-    EXPECT_EQ(r.useSCORM, "true");
-    // The search for the switch read the page line too.
-    ASSERT_EQ(r.pages.size(), 1u);
-    EXPECT_EQ(r.pages[0].fileName, "");
-}
-
-TEST_F(ModuleLoaderTest, EmptyCopyrightSwallowsTheRestOfTheFile) {
-    lessonFiles("var modTitle = \"T\";\r\n"
-                "var objLessonModule = new objLesson(window.modTitle);\r\n"
-                "var copyright = \"\";\r\n"
-                "var useSCORM = false;\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"P\");\r\n");
-    CourseModule r = load(kLesson);
-    EXPECT_EQ(r.modTitle, "T");
-    EXPECT_EQ(r.copyright, "");
-    EXPECT_EQ(r.useSCORM, "");
-    ASSERT_EQ(r.pages.size(), 1u);
-    EXPECT_EQ(r.pages[0].title, "");
-    EXPECT_FALSE(fs::exists(moduleFile("page0.html")));
+// The information file's lines as the loader reads them: title|copyright|useSCORM, then each
+// page as file|title.
+TEST_F(ModuleLoaderTest, LessonInformationLines) {
+    const std::string head = "var modTitle = \"T\";\r\nvar copyright = \"C\";\r\n";
+    const std::pair<std::string, std::string> cases[] = {
+        // Without its line the switch means SCORM; the search for it read the page line too.
+        {head + addPage("P"), "T|C|true / |"},
+        // An empty copyright swallows the rest of the file.
+        {"var modTitle = \"T\";\r\nvar objLessonModule = new objLesson(window.modTitle);\r\n"
+         "var copyright = \"\";\r\nvar useSCORM = false;\r\n" +
+             addPage("P"),
+         "T|| / |"},
+        // Page titles are read as content: "<br>" is a line break, a lone "&nbsp;" is empty.
+        {head + "var useSCORM = true;\r\n" + addPage("a<br>b &nbsp;") + addPage("&nbsp;"),
+         "T|C|true / page0.html|a\r\nb &nbsp; / page1.html|"},
+    };
+    for (const auto& [info, expected] : cases) {
+        lessonFiles(info);
+        const CourseModule r = load(kLesson);
+        std::string got = r.modTitle + "|" + r.copyright + "|" + r.useSCORM;
+        for (const LessonPage& p : r.pages)
+            got += " / " + p.fileName + "|" + p.title;
+        EXPECT_EQ(got, expected) << info;
+        // A page file is recreated for every page read, and only then.
+        EXPECT_EQ(fs::exists(moduleFile("page0.html")),
+                  expected.find("page0") != std::string::npos);
+    }
 }
 
 TEST_F(ModuleLoaderTest, MissingPageFileIsRecreatedFromTheSkeleton) {
-    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\nvar useSCORM = true;\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"A\");\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"B\");\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"C\");\r\n");
+    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\nvar useSCORM = true;\r\n" +
+                addPage("A") + addPage("B") + addPage("C"));
     const std::string page = "<LUMApageContent>\r\n<P>kept</P>\r\n</LUMApageContent>\r\n";
     writeBytes(moduleFile("page0.html"), page);
     writeBytes(moduleFile("page1.html"), page);
@@ -220,16 +226,6 @@ TEST_F(ModuleLoaderTest, MissingPageFileIsRecreatedFromTheSkeleton) {
     std::string empty = kSkeleton;
     empty.replace(empty.find("<P>Template sample</P>"), 22, "");
     EXPECT_EQ(readBytes(moduleFile("page2.html")), empty);
-}
-
-TEST_F(ModuleLoaderTest, PageTitlesAreReadAsContent) {
-    lessonFiles("var modTitle = \"T\";\r\nvar copyright = \"C\";\r\nvar useSCORM = true;\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"a<br>b &nbsp;\");\r\n"
-                "objLessonModule.addPage(objLessonModule.pages.length, \"&nbsp;\");\r\n");
-    CourseModule r = load(kLesson);
-    ASSERT_EQ(r.pages.size(), 2u);
-    EXPECT_EQ(r.pages[0].title, "a\r\nb &nbsp;");
-    EXPECT_EQ(r.pages[1].title, "");
 }
 
 TEST_F(ModuleLoaderTest, EmptyOptionIsNotAppended) {
@@ -291,30 +287,27 @@ TEST_F(ModuleLoaderTest, PrefixesMatchAnywhereAndEmptyValuesAreNotStored) {
     EXPECT_EQ(r.glossary[0].definition, "d\"q\"");
 }
 
+// Not a number or out of range: the line is passed over and a later one may still count.
 TEST_F(ModuleLoaderTest, QuestionCountMustBeA16BitNumber) {
-    const auto countFrom = [&](const std::string& lines) {
-        writeBytes(script("inc_Questions.js"), "var modTitle = \"T\";\r\nvar copyright = \"C\";\r\n"
-                                               "var useSCORM = true;\r\n" +
-                                                   lines);
-        return load(kEvaluation);
+    const std::string shuffle = "var shuffleEvalQuestions = true;\r\n";
+    const std::pair<std::string, int> cases[] = {
+        {shuffle + "var intNumQuestions =  12 ;\r\n", 12},
+        {shuffle + "var intNumQuestions = -32768;\r\n", -32768},
+        {shuffle + "var intNumQuestions = abc;\r\nvar intNumQuestions = 32768;\r\n"
+                   "var intNumQuestions = 1e3;\r\nvar intNumQuestions = 99999999999999999999;\r\n"
+                   "var intNumQuestions = 3;\r\n",
+         3},
+        // Without its line the pool keeps the default order setting.
+        {"var intNumQuestions = x;\r\n", 0},
     };
-    EXPECT_EQ(countFrom("var shuffleEvalQuestions = false;\r\nvar intNumQuestions =  12 ;\r\n")
-                  .intNumQuestions,
-              12);
-    EXPECT_EQ(countFrom("var shuffleEvalQuestions = false;\r\nvar intNumQuestions = -32768;\r\n")
-                  .intNumQuestions,
-              -32768);
-    // Not a number, out of range: the line is passed over and a later one may still count.
-    EXPECT_EQ(countFrom("var shuffleEvalQuestions = true;\r\nvar intNumQuestions = abc;\r\n"
-                        "var intNumQuestions = 32768;\r\nvar intNumQuestions = 1e3;\r\n"
-                        "var intNumQuestions = 99999999999999999999;\r\n"
-                        "var intNumQuestions = 3;\r\n")
-                  .intNumQuestions,
-              3);
-    CourseModule none = countFrom("var intNumQuestions = x;\r\n");
-    EXPECT_EQ(none.intNumQuestions, 0);
-    // Without its line the pool keeps the default order setting.
-    EXPECT_EQ(none.shuffleEvalQuestions, "false");
+    for (const auto& [lines, count] : cases) {
+        writeBytes(script("inc_Questions.js"),
+                   "var modTitle = \"T\";\r\nvar copyright = \"C\";\r\nvar useSCORM = true;\r\n" +
+                       lines);
+        const CourseModule r = load(kEvaluation);
+        EXPECT_EQ(r.intNumQuestions, count) << lines;
+        EXPECT_EQ(r.shuffleEvalQuestions, count == 0 ? "false" : "true") << lines;
+    }
 }
 
 TEST_F(ModuleLoaderTest, MissingFilesFailWithTheFileName) {

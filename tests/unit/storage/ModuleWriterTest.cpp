@@ -13,9 +13,20 @@ std::string crlf(const std::string& text) {
     return replaceAll(text, "\n", "\r\n");
 }
 
-QuestionOption option(const std::string& correct, const std::string& display,
-                      const std::string& rationale = "") {
-    return QuestionOption{correct, "", display, rationale};
+// The four lines that add one option to the item `self` ("arrActObjects[ActID]") whose option
+// list is `list` ("actDistractors").
+std::string opt(const std::string& self, const std::string& list, const char* correct, int value,
+                const std::string& display) {
+    const std::string o = self + "." + list + "[thisOpt]";
+    return "thisOpt = " + self + "." + list + ".length;\n" + self + ".addDistractor(" + correct +
+           ");\n" + o + ".txtValue = \"" + std::to_string(value) + "\";\n" + o +
+           ".txtDisplay = \"" + display + "\";\n";
+}
+std::string act(const char* correct, int value, const std::string& display) {
+    return opt("arrActObjects[ActID]", "actDistractors", correct, value, display);
+}
+std::string eval(const char* correct, int value, const std::string& display) {
+    return opt("arrQuestions[EvalID]", "evalDistractors", correct, value, display);
 }
 
 QAndAItem item(const std::string& type, const std::string& text,
@@ -28,6 +39,10 @@ QAndAItem item(const std::string& type, const std::string& text,
     q.rationale = rationale;
     q.shuffleDistractors = shuffle;
     return q;
+}
+QuestionOption option(const std::string& correct, const std::string& display,
+                      const std::string& rationale = "") {
+    return QuestionOption{correct, "", display, rationale};
 }
 
 class ModuleWriterTest : public StorageTest, public ::testing::WithParamInterface<const char*> {
@@ -88,27 +103,16 @@ TEST_P(ModuleWriterTest, LessonActivities) {
               crlf("ActID = arrActObjects.length;\n"
                    "thisID = ActID+1;\n"
                    "arrActObjects[ActID] = new objActQuestion(thisID, \"radio\");\n"
-                   "arrActObjects[ActID].actQuestion = \"What is \\\"2+2\\\"?\";\n"
-                   "thisOpt = arrActObjects[ActID].actDistractors.length;\n"
-                   "arrActObjects[ActID].addDistractor(true);\n"
-                   "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"0\";\n"
-                   "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"Four\";\n"
-                   "thisOpt = arrActObjects[ActID].actDistractors.length;\n"
-                   "arrActObjects[ActID].addDistractor(false);\n"
-                   "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"2\";\n"
-                   "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"Five\";\n"
+                   "arrActObjects[ActID].actQuestion = \"What is \\\"2+2\\\"?\";\n" +
+                   act("true", 0, "Four") + act("false", 2, "Five") +
                    "arrActObjects[ActID].actRationale = \"Line one<br>Line two\";\n"
                    "arrActObjects[ActID].shuffleDistractors();\n"
                    "\n"
                    "ActID = arrActObjects.length;\n"
                    "thisID = ActID+1;\n"
                    "arrActObjects[ActID] = new objActQuestion(thisID, \"checkbox\");\n"
-                   "arrActObjects[ActID].actQuestion = \"Q4\";\n"
-                   "thisOpt = arrActObjects[ActID].actDistractors.length;\n"
-                   "arrActObjects[ActID].addDistractor(true);\n"
-                   "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"0\";\n"
-                   "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"A\";\n"
-                   "arrActObjects[ActID].actRationale = \"\";\n"));
+                   "arrActObjects[ActID].actQuestion = \"Q4\";\n" +
+                   act("true", 0, "A") + "arrActObjects[ActID].actRationale = \"\";\n"));
     // Skipped items stay in memory; the blank-looking text was made blank.
     ASSERT_EQ(m.questions.size(), 4u);
     EXPECT_EQ(m.questions[1].questionText, "");
@@ -141,16 +145,10 @@ TEST_P(ModuleWriterTest, Evaluation) {
                    "EvalID = arrQuestions.length;\n"
                    "thisID = EvalID+1;\n"
                    "arrQuestions[EvalID] = new objEvalQuestion(thisID, \"radio\");\n"
-                   "arrQuestions[EvalID].evalQuestion = \"Pick\";\n"
-                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
-                   "arrQuestions[EvalID].addDistractor(true);\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"0\";\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"Yes\";\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].incorrectRationale = \"\";\n"
-                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
-                   "arrQuestions[EvalID].addDistractor(false);\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"1\";\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"No\";\n"
+                   "arrQuestions[EvalID].evalQuestion = \"Pick\";\n" +
+                   eval("true", 0, "Yes") +
+                   "arrQuestions[EvalID].evalDistractors[thisOpt].incorrectRationale = \"\";\n" +
+                   eval("false", 1, "No") +
                    "arrQuestions[EvalID].evalDistractors[thisOpt].incorrectRationale = "
                    "\"Not \\\"no\\\"\";\n"
                    "arrQuestions[EvalID].evalRationale = \"Because\";\n"
@@ -185,17 +183,8 @@ TEST_P(ModuleWriterTest, Survey) {
                    "EvalID = arrQuestions.length;\n"
                    "thisID = EvalID+1;\n"
                    "arrQuestions[EvalID] = new objEvalQuestion(thisID, \"radio\");\n"
-                   "arrQuestions[EvalID].evalQuestion = \"Rate <i>this</i>\";\n"
-                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
-                   "arrQuestions[EvalID].addDistractor(true);\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"0\";\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"Excellent\";\n"
-                   "\n"
-                   "thisOpt = arrQuestions[EvalID].evalDistractors.length;\n"
-                   "arrQuestions[EvalID].addDistractor(true);\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtValue = \"1\";\n"
-                   "arrQuestions[EvalID].evalDistractors[thisOpt].txtDisplay = \"Good\";\n"
-                   "\n"
+                   "arrQuestions[EvalID].evalQuestion = \"Rate <i>this</i>\";\n" +
+                   eval("true", 0, "Excellent") + "\n" + eval("true", 1, "Good") + "\n" +
                    "intNumQuestions = arrQuestions.length;\n"));
 }
 
