@@ -13,12 +13,19 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 
 namespace lumora::test {
 
 namespace fs = std::filesystem;
 using testing::readBytes;
 using testing::writeBytes;
+
+// A shown message as one comparable row: its text, title and icon.
+using Shown = std::tuple<std::string, std::string, Icon>;
+inline Shown shown(const testing::ShownMessage& m) {
+    return {m.text, m.title, m.icon};
+}
 
 // A registry holding the keys a test puts in it.
 class FakeRegistry : public Registry {

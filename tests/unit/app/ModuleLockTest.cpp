@@ -52,13 +52,12 @@ TEST_F(ModuleLockTest, SecondProgramIsToldWhereTheModuleIsOpenUntilTheFirstClose
     other.processes.running = {100};
     EXPECT_FALSE(other.open("Course1"));
     ASSERT_EQ(other.prompt.messages.size(), 1u);
-    const auto& shown = other.prompt.messages[0];
-    EXPECT_EQ(shown.text, "The module \"Course1\" is open elsewhere: in Lumora, process 100 on "
-                          "this-computer.\r\nClose it there first. If Lumora no longer runs "
-                          "there, delete the file \"" +
-                              lockOf("Course1").string() + "\" and open the module again.");
-    EXPECT_EQ(shown.title, "Error");
-    EXPECT_EQ(shown.icon, Icon::Critical);
+    EXPECT_EQ(shown(other.prompt.messages[0]),
+              (Shown{"The module \"Course1\" is open elsewhere: in Lumora, process 100 on "
+                     "this-computer.\r\nClose it there first. If Lumora no longer runs there, "
+                     "delete the file \"" +
+                         lockOf("Course1").string() + "\" and open the module again.",
+                     "Error", Icon::Critical}));
     EXPECT_FALSE(other.session.ModuleLoaded);
     EXPECT_EQ(readBytes(lockOf("Course1")), "100\nthis-computer\n");
 

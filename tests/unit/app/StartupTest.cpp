@@ -24,59 +24,62 @@ class StartupTest : public AppTest {
 
 TEST_F(StartupTest, MissingTemplatesOrVersionMarkersShowMessageAndShutDown) {
     EXPECT_EQ(start(), StartupResult::Shutdown);
-    ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text,
-              "The \"Templates\" folder does not exist.\r\nPlease reinstall the Lumora.");
-    EXPECT_EQ(prompt.messages[0].title, "No Templates");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
-    EXPECT_TRUE(engine.calls.empty());
-
     fs::create_directories(install / "Templates");
     EXPECT_EQ(start(), StartupResult::Shutdown);
     ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[1].text,
-              "Cannot locate template version information\r\nPlease reinstall the Lumora");
-    EXPECT_EQ(prompt.messages[1].title, "Error");
-    EXPECT_EQ(prompt.messages[1].icon, Icon::Critical);
+    EXPECT_EQ(shown(prompt.messages[0]),
+              (Shown{"The \"Templates\" folder does not exist.\r\nPlease reinstall the Lumora.",
+                     "No Templates", Icon::Critical}));
+    EXPECT_EQ(shown(prompt.messages[1]),
+              (Shown{"Cannot locate template version information\r\nPlease reinstall the Lumora",
+                     "Error", Icon::Critical}));
+    EXPECT_TRUE(engine.calls.empty());
     EXPECT_FALSE(splashShown);
 }
 
-TEST_F(StartupTest, ApplicationVersionMarkerSkipsTheRepair) {
-    fs::create_directories(install / "Templates");
-    writeBytes(install / "app" / "version", "1.0");
-    registry.subkeys[kUninstall] = {"{00000409-78E1-11D2-B60F-006097C998E7}"};
-    EXPECT_EQ(start(), StartupResult::Continue);
-    EXPECT_TRUE(processes.started.empty());
-    EXPECT_TRUE(prompt.messages.empty());
-    EXPECT_TRUE(splashShown);
-}
-
-TEST_F(StartupTest, RepairFoundStartsInstallerAndCopiesVersion) {
+// The office repair runs once: the first product code found in the lookup order (whatever its
+// case) is repaired and the templates' version copied as the marker; no product, a repair that
+// fails to start or an existing marker leave things as they are.
+TEST_F(StartupTest, OfficeRepairRunsOnceForTheFirstProductFound) {
+    const char* product2 = "{00020409-78E1-11D2-B60F-006097C998E7}";
+    const struct {
+        const char* what;
+        std::vector<std::string> subkeys;
+        long pid;
+        bool marker; // app/version there before
+        const char* started;
+    } cases[] = {
+        {"found",
+         {"Other", product2, "{00010409-78e1-11d2-b60f-006097c998e7}"},
+         100,
+         false,
+         "msiexec /i {00010409-78E1-11D2-B60F-006097C998E7} /qb- REMOVE=HTMLSourceEditing"},
+        {"no product", {"{11111111-78E1-11D2-B60F-006097C998E7}"}, 100, false, ""},
+        {"fails to start", {product2}, 0, false, "msiexec"},
+        {"already repaired", {product2}, 100, true, ""},
+    };
     makeTemplates();
     writeBytes(install / "Templates" / "version", "7.3\r\n");
-    registry.subkeys[kUninstall] = {"Other", "{00020409-78E1-11D2-B60F-006097C998E7}",
-                                    "{00010409-78e1-11d2-b60f-006097c998e7}"};
-    EXPECT_EQ(start(), StartupResult::Continue);
-    // The second code comes before the third in the lookup order, whatever its case.
-    ASSERT_EQ(processes.started.size(), 1u);
-    EXPECT_EQ(processes.started[0],
-              "msiexec /i {00010409-78E1-11D2-B60F-006097C998E7} /qb- REMOVE=HTMLSourceEditing");
-    EXPECT_EQ(readBytes(install / "app" / "version"), "7.3\r\n");
-}
-
-TEST_F(StartupTest, RepairThatFindsNoProductOrFailsToStartLeavesNoMarker) {
-    makeTemplates();
-    registry.subkeys[kUninstall] = {"{11111111-78E1-11D2-B60F-006097C998E7}"};
-    EXPECT_EQ(start(), StartupResult::Continue);
-    EXPECT_TRUE(processes.started.empty());
-    EXPECT_FALSE(fs::exists(install / "app" / "version"));
-    EXPECT_TRUE(prompt.messages.empty());
-
-    registry.subkeys[kUninstall] = {"{00030409-78E1-11D2-B60F-006097C998E7}"};
-    processes.pid = 0;
-    EXPECT_EQ(start(), StartupResult::Continue);
-    EXPECT_EQ(processes.started.size(), 1u);
-    EXPECT_FALSE(fs::exists(install / "app" / "version"));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        fs::remove(install / "app" / "version");
+        if (c.marker)
+            writeBytes(install / "app" / "version", "1.0");
+        registry.subkeys[kUninstall] = c.subkeys;
+        processes.pid = c.pid;
+        processes.started.clear();
+        EXPECT_EQ(start(), StartupResult::Continue);
+        EXPECT_TRUE(prompt.messages.empty());
+        if (*c.started) {
+            ASSERT_EQ(processes.started.size(), 1u);
+            EXPECT_EQ(processes.started[0].rfind(c.started, 0), 0u) << processes.started[0];
+        } else {
+            EXPECT_TRUE(processes.started.empty());
+        }
+        EXPECT_EQ(readBytes(install / "app" / "version"),
+                  c.marker ? "1.0" : (c.pid != 0 && *c.started ? "7.3\r\n" : ""));
+    }
+    EXPECT_TRUE(splashShown);
 }
 
 TEST_F(StartupTest, BuildsDefaultsAndPathsAndPreparesSpellingWithThePresentFiles) {
@@ -146,9 +149,8 @@ TEST_F(StartupTest, SystemInfoStartsTheRegisteredProgramOrSaysUnavailable) {
     start();
     startSystemInfo(session());
     ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text, "System Information Is Unavailable At This Time");
-    EXPECT_EQ(prompt.messages[0].title, "");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::None);
+    EXPECT_EQ(shown(prompt.messages[0]),
+              (Shown{"System Information Is Unavailable At This Time", "", Icon::None}));
 
     // The second key counts only when the program file is really there.
     const fs::path tools = root / "tools";

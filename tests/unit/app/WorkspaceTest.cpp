@@ -18,7 +18,6 @@ class WorkspaceTest : public AppTest {
         makeTemplates();
         fs::create_directories(workspace);
     }
-    std::string sep() const { return std::string(1, kSep); }
 };
 
 TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnlyOnYes) {
@@ -29,13 +28,12 @@ TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnlyOnYes) {
     EXPECT_FALSE(EnsureWorkspace(session()));
     EXPECT_FALSE(fs::exists(workspace));
     ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[0].text,
-              "The \"MyContent\" folder does not exist.\r\nCreate a \"MyContent\" folder?");
-    EXPECT_EQ(prompt.messages[0].title, "Create MyContent");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
+    EXPECT_EQ(shown(prompt.messages[0]),
+              (Shown{"The \"MyContent\" folder does not exist.\r\nCreate a \"MyContent\" folder?",
+                     "Create MyContent", Icon::Critical}));
     EXPECT_EQ(prompt.messages[0].buttons, Buttons::YesNo);
-    EXPECT_EQ(prompt.messages[1].text, "Cannot continue without \"MyContent\" folder.");
-    EXPECT_EQ(prompt.messages[1].title, "Error");
+    EXPECT_EQ(shown(prompt.messages[1]),
+              (Shown{"Cannot continue without \"MyContent\" folder.", "Error", Icon::Critical}));
 
     prompt.answer(Answer::Yes);
     EXPECT_TRUE(EnsureWorkspace(session()));
@@ -43,7 +41,7 @@ TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnlyOnYes) {
     EXPECT_EQ(prompt.messages.size(), 3u);
 }
 
-TEST(FolderNames, AnswersAreTrimmedAndForbiddenCharactersCaught) {
+TEST(FolderNames, AnswersAreTrimmedForbiddenCharactersCaughtAndReferencesRewritten) {
     const std::pair<const char*, const char*> answers[] = {
         {"  My Course  ", "My_Course"}, {"a  b", "a__b"}, {"   ", ""}, {"\tx", "\tx"}};
     for (const auto& [answer, folder] : answers) // only blanks are trimmed
@@ -52,9 +50,8 @@ TEST(FolderNames, AnswersAreTrimmedAndForbiddenCharactersCaught) {
         EXPECT_TRUE(hasForbiddenFolderCharacter(std::string("a") + c + "b")) << c;
     EXPECT_FALSE(hasForbiddenFolderCharacter("Course-1.(old)_x"));
     EXPECT_EQ(forbiddenCharactersMessage(), kForbidden);
-}
 
-TEST(FolderNames, RewriteTouchesOnlyWholeFolderSegments) {
+    // Only whole folder segments of the old name change.
     const std::string s(1, kSep);
     const std::string text = "<IMG src=\"" + s + "w" + s + "Course1" + s + "images" + s +
                              "a.gif\"> Course1 " + s + "Course10" + s + " " + s + "course1" + s;
@@ -76,17 +73,19 @@ TEST_F(WorkspaceTest, WorkspaceThatCannotBeMadeOrWrittenNamesItAndHowToChooseAno
         session().setInstallation(install.string(), folder);
         EXPECT_FALSE(EnsureWorkspace(session()));
         ASSERT_FALSE(prompt.messages.empty());
-        EXPECT_EQ(prompt.messages.back().text,
-                  "Lumora cannot keep your modules in \"" + folder + "\": " + reason +
-                      ".\r\nChoose another folder with --workspace FOLDER (or the environment "
-                      "variable LUMORA_WORKSPACE) and start again.");
-        EXPECT_EQ(prompt.messages.back().title, "Error");
-        EXPECT_EQ(prompt.messages.back().icon, Icon::Critical);
+        EXPECT_EQ(shown(prompt.messages.back()),
+                  (Shown{"Lumora cannot keep your modules in \"" + folder + "\": " + reason +
+                             ".\r\nChoose another folder with --workspace FOLDER (or the "
+                             "environment variable LUMORA_WORKSPACE) and start again.",
+                         "Error", Icon::Critical}));
     }
     EXPECT_TRUE(prompt.answers.empty());
 }
 
-TEST_F(WorkspaceTest, PromptAcceptsTrimmedNameAndCancelOrBlankReturnEmpty) {
+// The prompt trims the answer; Cancel or a blank answer give no name; a bad or taken name is
+// refused with its message and the prompt asks again.
+TEST_F(WorkspaceTest, FolderNamePrompt) {
+    fs::create_directories(workspace / "Course1");
     session().NewModuleType = "Lesson";
     prompt.type("  My Course  ");
     EXPECT_EQ(PromptFolderName(session()), "My_Course");
@@ -94,28 +93,24 @@ TEST_F(WorkspaceTest, PromptAcceptsTrimmedNameAndCancelOrBlankReturnEmpty) {
     EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Lesson.");
     EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
     EXPECT_EQ(prompt.asked[0].defaultText, "");
-
-    prompt.type(std::nullopt);
-    EXPECT_EQ(PromptFolderName(session()), "");
-    prompt.type("    ");
-    EXPECT_EQ(PromptFolderName(session()), "");
+    for (const std::optional<std::string>& nothing :
+         {std::optional<std::string>(), std::optional<std::string>("    ")}) {
+        prompt.type(nothing);
+        EXPECT_EQ(PromptFolderName(session()), "");
+    }
     EXPECT_TRUE(prompt.messages.empty());
-}
 
-TEST_F(WorkspaceTest, PromptRefusesBadAndTakenNamesAndAsksAgain) {
-    fs::create_directories(workspace / "Course1");
     session().NewModuleType = "Survey";
-    prompt.type("a/b");
-    prompt.type(" Course1 ");
-    prompt.type("Fresh");
+    for (const char* answer : {"a/b", " Course1 ", "Fresh"})
+        prompt.type(answer);
     EXPECT_EQ(PromptFolderName(session()), "Fresh");
-    EXPECT_EQ(prompt.asked.size(), 3u);
+    EXPECT_EQ(prompt.asked.size(), 6u);
+    EXPECT_EQ(prompt.asked.back().title, "New Survey Folder");
     ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[0].text, kForbidden);
-    EXPECT_EQ(prompt.messages[0].title, "Error");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
-    EXPECT_EQ(prompt.messages[1].text, "Course1 already exists.\r\nYou must use a unique name.");
-    EXPECT_EQ(prompt.messages[1].title, "Error");
+    EXPECT_EQ(shown(prompt.messages[0]), (Shown{kForbidden, "Error", Icon::Critical}));
+    EXPECT_EQ(
+        shown(prompt.messages[1]),
+        (Shown{"Course1 already exists.\r\nYou must use a unique name.", "Error", Icon::Critical}));
 }
 
 TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndLoadsIt) {
@@ -126,15 +121,13 @@ TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndLoadsIt) {
     EXPECT_TRUE(fs::is_regular_file(folder / "images" / "logo.gif"));
     EXPECT_TRUE(fs::is_directory(folder / "media"));
     const CourseModule& m = session().module;
-    EXPECT_EQ(m.moduleType, "Lesson");
-    EXPECT_EQ(m.folderName, "My_Course");
+    EXPECT_EQ(m.moduleType + "|" + m.folderName + "|" + m.modTitle,
+              "Lesson|My_Course|Template Lesson");
     EXPECT_EQ(m.ModuleFolder, folder.string());
     EXPECT_EQ(m.templateFolder, (install / "Templates" / "Lesson").string());
-    EXPECT_EQ(m.modTitle, "Template Lesson");
     ASSERT_FALSE(m.pages.empty());
     EXPECT_EQ(m.pages[0].title, "First");
     EXPECT_TRUE(session().ModuleLoaded);
-    EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
 }
 
 TEST_F(WorkspaceTest, NewModuleFolderThatCannotBeMadeChangesNothing) {
@@ -167,14 +160,14 @@ TEST_F(WorkspaceTest, SaveAsCopiesTheFolderAndRewritesContentPaths) {
     prompt.type("Course1");
     ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
     CourseModule& m = session().module;
-    const std::string oldImage =
-        workspace.string() + sep() + "Course1" + sep() + "images" + sep() + "a.gif";
-    const std::string newImage =
-        workspace.string() + sep() + "Copy1" + sep() + "images" + sep() + "a.gif";
-    m.pages[0].content = "<IMG src=\"" + oldImage + "\">";
-    m.questions[0].questionText = "<IMG src=\"" + oldImage + "\">";
-    m.questions[0].rationale = oldImage;
-    m.glossary[0].definition = oldImage;
+    const auto image = [&](const char* folder) {
+        return (workspace / folder / "images" / "a.gif").string();
+    };
+    m.pages[0].content = "<IMG src=\"" + image("Course1") + "\">";
+    m.questions[0].questionText = m.pages[0].content;
+    m.questions[0].rationale = image("Course1");
+    m.glossary[0].definition = image("Course1");
+    EXPECT_FALSE(SaveModuleAs(session())); // cancelled
 
     prompt.type("Copy1");
     ASSERT_TRUE(SaveModuleAs(session()));
@@ -184,52 +177,41 @@ TEST_F(WorkspaceTest, SaveAsCopiesTheFolderAndRewritesContentPaths) {
     EXPECT_EQ(m.folderName, "Copy1");
     EXPECT_EQ(m.ModuleFolder, (workspace / "Copy1").string());
     EXPECT_EQ(session().StylesheetPath, (workspace / "Copy1" / "css" / "camstyle.css").string());
-    EXPECT_EQ(m.pages[0].content, "<IMG src=\"" + newImage + "\">");
-    EXPECT_EQ(m.questions[0].questionText, "<IMG src=\"" + newImage + "\">");
-    EXPECT_EQ(m.questions[0].rationale, oldImage);
-    EXPECT_EQ(m.glossary[0].definition, oldImage);
-}
-
-TEST_F(WorkspaceTest, SaveAsCancelledOrFailedKeepsTheOldFolder) {
-    prompt.type("Course1");
-    ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
-    EXPECT_FALSE(SaveModuleAs(session()));
+    EXPECT_EQ(m.pages[0].content, "<IMG src=\"" + image("Copy1") + "\">");
+    EXPECT_EQ(m.questions[0].questionText, m.pages[0].content);
+    EXPECT_EQ(m.questions[0].rationale, image("Course1"));
+    EXPECT_EQ(m.glossary[0].definition, image("Course1"));
 
     // The module's folder vanished under it: the copy fails, the module still points home.
-    fs::remove_all(workspace / "Course1");
+    fs::remove_all(workspace / "Copy1");
     prompt.type("Copy2");
     EXPECT_FALSE(SaveModuleAs(session()));
-    EXPECT_EQ(session().module.folderName, "Course1");
-    EXPECT_EQ(session().module.ModuleFolder, (workspace / "Course1").string());
+    EXPECT_EQ(m.folderName, "Copy1");
+    EXPECT_EQ(m.ModuleFolder, (workspace / "Copy1").string());
     EXPECT_FALSE(fs::exists(workspace / "Copy2"));
-    ASSERT_FALSE(prompt.messages.empty());
-    EXPECT_EQ(prompt.messages.back().title, "Error");
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->title, "Error");
 }
 
 TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrderAndTheListing) {
-    writeBytes(workspace / "Both" / "poolframeset.html", "");
-    writeBytes(workspace / "Both" / "lessonframeset.html", "");
-    writeBytes(workspace / "Pool" / "poolframeset.html", "");
-    writeBytes(workspace / "PoolSurvey" / "surveyframeset.html", "");
-    writeBytes(workspace / "PoolSurvey" / "poolframeset.html", "");
-    writeBytes(workspace / "Surv" / "surveyframeset.html", "");
+    const std::pair<const char*, const char*> folders[] = {{"Both", " (L)"},       {"Pool", " (E)"},
+                                                           {"PoolSurvey", " (E)"}, {"Surv", " (S)"},
+                                                           {"Plain", ""},          {"Fake", ""}};
+    for (const char* f : {"Both/poolframeset.html", "Both/lessonframeset.html",
+                          "Pool/poolframeset.html", "PoolSurvey/surveyframeset.html",
+                          "PoolSurvey/poolframeset.html", "Surv/surveyframeset.html"})
+        writeBytes(workspace / f, "");
     fs::create_directories(workspace / "Plain");
     fs::create_directories(workspace / "Fake" / "lessonframeset.html"); // a folder, not a file
-    EXPECT_EQ(moduleTypeSuffix((workspace / "Both").string()), " (L)");
-    EXPECT_EQ(moduleTypeSuffix((workspace / "Pool").string()), " (E)");
-    EXPECT_EQ(moduleTypeSuffix((workspace / "PoolSurvey").string()), " (E)");
-    EXPECT_EQ(moduleTypeSuffix((workspace / "Surv").string()), " (S)");
-    EXPECT_EQ(moduleTypeSuffix((workspace / "Plain").string()), "");
-    EXPECT_EQ(moduleTypeSuffix((workspace / "Fake").string()), "");
+    for (const auto& [folder, suffix] : folders)
+        EXPECT_EQ(moduleTypeSuffix((workspace / folder).string()), suffix) << folder;
 
     // The listing sorts by name and skips folders without a frameset file.
     fs::remove_all(workspace);
-    writeBytes(workspace / "beta" / "lessonframeset.html", "");
-    writeBytes(workspace / "Alpha" / "surveyframeset.html", "");
-    writeBytes(workspace / "gamma" / "poolframeset.html", "");
+    for (const char* f : {"beta/lessonframeset.html", "Alpha/surveyframeset.html",
+                          "gamma/poolframeset.html", "loose.html", "lessonframeset.html"})
+        writeBytes(workspace / f, "");
     fs::create_directories(workspace / "Named (L)");
-    writeBytes(workspace / "loose.html", "");
-    writeBytes(workspace / "lessonframeset.html", "");
     EXPECT_EQ(listModuleFolders(workspace.string()),
               (std::vector<std::string>{"Alpha (S)", "beta (L)", "gamma (E)"}));
     EXPECT_EQ(countSubfolders(workspace.string()), 4u);
@@ -237,25 +219,21 @@ TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrderAndTheListing) {
     EXPECT_EQ(countSubfolders((root / "nowhere").string()), 0u);
 }
 
-TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntry) {
+TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntryOrRefuses) {
     prompt.type("Quiz One");
     ASSERT_TRUE(NewModuleFolder(session(), "Evaluation"));
     session().ResetModule();
     const auto entries = listModuleFolders(workspace.string());
     ASSERT_EQ(entries, std::vector<std::string>{"Quiz_One (E)"});
     ASSERT_TRUE(OpenModuleEntry(session(), entries[0]));
-    EXPECT_EQ(session().module.moduleType, "Evaluation");
-    EXPECT_EQ(session().module.folderName, "Quiz_One");
-    EXPECT_EQ(session().module.modTitle, "Template Evaluation");
-}
+    EXPECT_EQ(session().module.moduleType + "|" + session().module.folderName + "|" +
+                  session().module.modTitle,
+              "Evaluation|Quiz_One|Template Evaluation");
 
-TEST_F(WorkspaceTest, OpenEntryRefusesNoSelectionUnknownTagsAndMissingScripts) {
     EXPECT_FALSE(OpenModuleEntry(session(), ""));
     ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_EQ(prompt.messages[0].text, "You must choose a folder or click \"Cancel\"");
-    EXPECT_EQ(prompt.messages[0].title, "Error");
-    EXPECT_EQ(prompt.messages[0].icon, Icon::Critical);
-
+    EXPECT_EQ(shown(prompt.messages[0]),
+              (Shown{"You must choose a folder or click \"Cancel\"", "Error", Icon::Critical}));
     EXPECT_FALSE(OpenModuleEntry(session(), "Thing (x)"));
     ASSERT_EQ(prompt.messages.size(), 2u);
     EXPECT_EQ(prompt.messages[1].text, "No Module is in memory");
