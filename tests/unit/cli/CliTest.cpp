@@ -1,16 +1,18 @@
 // lumora-cli end to end: the staged program run on a temporary workspace, checked by its exit
-// status, its output and the files it leaves.
+// status, its output and the files it leaves. What the core decides (messages, locks, folder
+// names) is tested in the core's suites; here, that the command line reaches it and reports it.
 #include "support/TempFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -56,6 +58,9 @@ class CliTest : public ::testing::Test {
     CliRun ws(const std::string& args) {
         return cli("--workspace " + quoted(workspace.string()) + " " + args);
     }
+    fs::path script(const std::string& module, const std::string& name) const {
+        return workspace / module / "scripts" / name;
+    }
 
     lumora::testing::TempDir root{"cli"};
     fs::path workspace = root / "ws";
@@ -68,83 +73,79 @@ TEST_F(CliTest, NewCreatesWorkspaceAndModuleFromTemplate) {
     EXPECT_NE(r.err.find("Create MyContent: The \"MyContent\" folder does not exist."),
               std::string::npos);
     EXPECT_TRUE(fs::is_regular_file(workspace / "My_Course" / "lessonframeset.html"));
-    EXPECT_TRUE(fs::is_regular_file(workspace / "My_Course" / "scripts" / "inc_ModuleInfo.js"));
+    EXPECT_TRUE(fs::is_regular_file(script("My_Course", "inc_ModuleInfo.js")));
     EXPECT_TRUE(fs::is_directory(workspace / "My_Course" / "media"));
 }
 
-TEST_F(CliTest, NewRefusesBadNamesWithTheMessagesAndDoesNotLoop) {
+// Refusals end with status 1 and the core's message, each line ended the terminal's way;
+// usage errors with status 2. None of them asks again.
+TEST_F(CliTest, RefusalsAndUsageErrorsHaveTheirStatusAndMessage) {
     ASSERT_EQ(ws("new survey S1").status, 0);
-
-    // The core's messages, each line ended the terminal's way.
-    CliRun r = ws("new Lesson a/b");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err.rfind("Error: You cannot use the following characters:\n", 0), 0u) << r.err;
-
-    r = ws("new Evaluation S1");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err, "Error: S1 already exists.\nYou must use a unique name.\n");
-
-    r = ws("new Lesson '   '");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err, "Error: The folder name is empty.\n");
-    EXPECT_EQ(ws("new Course X").status, 2);
-    EXPECT_EQ(ws("new Lesson").status, 2);
-    EXPECT_EQ(ws("frobnicate").status, 2);
-    EXPECT_EQ(ws("--bogus list").status, 2);
+    const struct {
+        const char* args;
+        int status;
+        const char* err; // the start of standard error
+    } cases[] = {
+        {"new Lesson a/b", 1, "Error: You cannot use the following characters:\n"},
+        {"new Evaluation S1", 1, "Error: S1 already exists.\nYou must use a unique name.\n"},
+        {"new Lesson '   '", 1, "Error: The folder name is empty.\n"},
+        {"show Nothing", 1, "Error: Nothing is not a module folder"},
+        {"new Course X", 2, ""},
+        {"new Lesson", 2, ""},
+        {"frobnicate", 2, ""},
+        {"--bogus list", 2, ""},
+        {"", 2, "usage: lumora-cli"},
+    };
+    for (const auto& c : cases) {
+        const CliRun r = *c.args ? ws(c.args) : cli("");
+        EXPECT_EQ(r.status, c.status) << c.args;
+        EXPECT_EQ(r.err.rfind(c.err, 0), 0u) << c.args << ": " << r.err;
+    }
+    const CliRun help = cli("--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("new TYPE NAME"), std::string::npos);
 }
 
-TEST_F(CliTest, ListNeedsTheWorkspaceOrYes) {
+TEST_F(CliTest, ListNeedsTheWorkspaceOrYesAndShowsModulesAsTheFolderChooserDoes) {
     CliRun r = ws("list");
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.err.find("Error: Cannot continue without \"MyContent\" folder."),
               std::string::npos);
     EXPECT_FALSE(fs::exists(workspace));
-
     r = ws("--yes list");
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, "");
-    EXPECT_TRUE(fs::is_directory(workspace));
-}
 
-TEST_F(CliTest, ListShowsModulesAsTheFolderChooserDoes) {
-    ASSERT_EQ(ws("new Survey zeta").status, 0);
-    ASSERT_EQ(ws("new Lesson Alpha").status, 0);
-    ASSERT_EQ(ws("new Evaluation beta").status, 0);
+    for (const char* setup : {"new Survey zeta", "new Lesson Alpha", "new Evaluation beta"})
+        ASSERT_EQ(ws(setup).status, 0) << setup;
     fs::create_directories(workspace / "notes");
-    const CliRun r = ws("list");
+    r = ws("list");
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, "Alpha (L)\nbeta (E)\nzeta (S)\n");
 }
 
-TEST_F(CliTest, WorkspaceFromEnvironment) {
-    ASSERT_EQ(cli("new Lesson FromEnv", "LUMORA_WORKSPACE=" + quoted(workspace.string())).status,
-              0);
+TEST_F(CliTest, WorkspaceFromEnvironmentUnlessTheOptionGivesOne) {
+    const std::string env = "LUMORA_WORKSPACE=" + quoted(workspace.string());
+    ASSERT_EQ(cli("new Lesson FromEnv", env).status, 0);
     EXPECT_TRUE(fs::is_directory(workspace / "FromEnv"));
-    // The option wins over the environment.
     const fs::path other = root / "other";
     fs::create_directories(other);
-    const CliRun r = cli("--workspace " + quoted(other.string()) + " list",
-                         "LUMORA_WORKSPACE=" + quoted(workspace.string()));
+    const CliRun r = cli("--workspace " + quoted(other.string()) + " list", env);
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, "");
 }
 
 TEST_F(CliTest, ShowPrintsTheModuleAsEscapedJson) {
     ASSERT_EQ(ws("new Lesson L1").status, 0);
-    const fs::path info = workspace / "L1" / "scripts" / "inc_ModuleInfo.js";
-    std::string text = readBytes(info);
-    const std::size_t line = text.find("var modTitle = ");
-    ASSERT_NE(line, std::string::npos);
-    const std::size_t lineEnd = text.find("\r\n", line);
-    text.replace(line, lineEnd - line,
-                 R"(var modTitle = "Say \"hi\")" + std::string("\t") + R"(a\b )" + "\xC3\xA9\";");
-    writeBytes(info, text);
-
+    const fs::path info = script("L1", "inc_ModuleInfo.js");
+    writeBytes(info, std::regex_replace(readBytes(info), std::regex("var modTitle = [^\r]*"),
+                                        "var modTitle = \"Say \\\"hi\\\"\ta\\b \xC3\xA9\";"));
     const CliRun r = ws("show L1");
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_NE(r.out.find("\"modTitle\": \"Say \\\"hi\\\"\\u0009a\\\\b \xC3\xA9\""),
               std::string::npos)
         << r.out.substr(0, 200);
+    EXPECT_NE(r.out.find("\"moduleType\": \"Lesson\""), std::string::npos);
     // Keys in their fixed order, each present.
     std::size_t at = 0;
     std::istringstream keys(
@@ -154,55 +155,48 @@ TEST_F(CliTest, ShowPrintsTheModuleAsEscapedJson) {
         "aVisited contentBackground titleColor titleBackground pageNumberBackground "
         "pageNameBackground pageNumberColor pageNameColor copyRightColor");
     for (std::string key; keys >> key;) {
-        const std::size_t found = r.out.find("\"" + key + "\":", at);
-        ASSERT_NE(found, std::string::npos) << key;
-        at = found;
+        at = r.out.find("\"" + key + "\":", at);
+        ASSERT_NE(at, std::string::npos) << key;
     }
-    EXPECT_NE(r.out.find("\"folderName\": \"L1\""), std::string::npos);
-    EXPECT_NE(r.out.find("\"moduleType\": \"Lesson\""), std::string::npos);
-    // No raw control character may remain inside the document.
     for (char c : r.out)
-        EXPECT_TRUE(static_cast<unsigned char>(c) >= 0x20 || c == '\n') << int(c);
-
+        ASSERT_TRUE(static_cast<unsigned char>(c) >= 0x20 || c == '\n') << int(c);
     // When node is there, the whole output must parse as JSON.
     if (std::system("command -v node >/dev/null 2>&1") == 0) {
         writeBytes(root / "show.json", r.out);
-        const std::string parse =
-            "node -e 'JSON.parse(require(\"fs\").readFileSync(process.argv[1],"
-            "\"utf8\"))' " +
-            quoted((root / "show.json").string());
+        const std::string parse = "node -e 'JSON.parse(require(\"fs\").readFileSync("
+                                  "process.argv[1],\"utf8\"))' " +
+                                  quoted((root / "show.json").string());
         EXPECT_EQ(std::system(parse.c_str()), 0);
     }
 }
 
-TEST_F(CliTest, CheckReportsQuestionsWithWrongCorrectOptions) {
+TEST_F(CliTest, CheckFailsOnWrongCorrectOptionsAndOnStrayPageFiles) {
     ASSERT_EQ(ws("new Evaluation E1").status, 0);
-    CliRun r = ws("check E1");
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.err, "");
+    ASSERT_EQ(ws("new Lesson L1").status, 0);
+    for (const char* module : {"E1", "L1"}) {
+        const CliRun r = ws(std::string("check ") + module);
+        EXPECT_EQ(r.status, 0) << r.err;
+        EXPECT_EQ(r.err, "");
+    }
 
     // A single-answer question with every option correct.
-    const fs::path questions = workspace / "E1" / "scripts" / "inc_Questions.js";
+    const fs::path questions = script("E1", "inc_Questions.js");
     std::string text = readBytes(questions);
     const std::size_t second = text.find("objEvalQuestion(thisID, \"checkbox\")");
     ASSERT_NE(second, std::string::npos);
-    text = std::regex_replace(text.substr(0, second), std::regex("addDistractor\\(false\\)"),
-                              "addDistractor(true)") +
-           text.substr(second);
-    writeBytes(questions, text);
-    r = ws("check E1");
+    writeBytes(questions,
+               std::regex_replace(text.substr(0, second), std::regex("addDistractor\\(false\\)"),
+                                  "addDistractor(true)") +
+                   text.substr(second));
+    CliRun r = ws("check E1");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err.rfind("Error: ", 0), 0u) << r.err;
-}
 
-// A module information file cut after its first line lists no page of the folder's three.
-TEST_F(CliTest, CheckReportsPageFilesOutsideTheModule) {
-    ASSERT_EQ(ws("new Lesson L1").status, 0);
-    EXPECT_EQ(ws("check L1").status, 0);
-    const fs::path info = workspace / "L1" / "scripts" / "inc_ModuleInfo.js";
-    const std::string text = readBytes(info);
+    // A module information file cut after its first line lists no page of the folder's three.
+    const fs::path info = script("L1", "inc_ModuleInfo.js");
+    text = readBytes(info);
     writeBytes(info, text.substr(0, text.find("\r\n") + 2));
-    const CliRun r = ws("check L1");
+    r = ws("check L1");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err.rfind("Warning: The module folder holds 3 page files that are not part of the "
                           "module.\n",
@@ -212,44 +206,29 @@ TEST_F(CliTest, CheckReportsPageFilesOutsideTheModule) {
     EXPECT_TRUE(fs::exists(workspace / "L1" / "page2.html"));
 }
 
-TEST_F(CliTest, SaveWritesTheScormSwitch) {
+TEST_F(CliTest, SaveWritesTheScormSwitchAndMissingFilesAreFileErrors) {
     ASSERT_EQ(ws("new Survey S1").status, 0);
-    const fs::path objectives = workspace / "S1" / "scripts" / "inc_Objectives.js";
+    const fs::path objectives = script("S1", "inc_Objectives.js");
     ASSERT_EQ(ws("save S1 --non-scorm").status, 0);
     EXPECT_NE(readBytes(objectives).find("var useSCORM = false;\r\n"), std::string::npos);
     ASSERT_EQ(ws("save S1").status, 0);
     EXPECT_NE(readBytes(objectives).find("var useSCORM = true;\r\n"), std::string::npos);
+
+    fs::remove(objectives);
     const CliRun r = ws("show S1");
-    EXPECT_NE(r.out.find("\"useSCORM\": \"true\""), std::string::npos);
-}
-
-TEST_F(CliTest, UnknownModuleIsRefusedAndMissingFilesAreFileErrors) {
-    ASSERT_EQ(ws("new Lesson L1").status, 0);
-    CliRun r = ws("show Nothing");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.err.find("Nothing is not a module folder"), std::string::npos);
-
-    fs::remove(workspace / "L1" / "scripts" / "inc_Glossary.js");
-    r = ws("show L1");
     EXPECT_EQ(r.status, 3);
     EXPECT_EQ(r.err.rfind("Error: ", 0), 0u);
-    EXPECT_NE(r.err.find("inc_Glossary.js: "), std::string::npos) << r.err;
+    EXPECT_NE(r.err.find("inc_Objectives.js: "), std::string::npos) << r.err;
 }
 
 TEST_F(CliTest, StartupChecksApplyToTheCommandLine) {
     const fs::path bare = root / "bare";
     fs::create_directories(bare);
-    CliRun r = cli("--app-dir " + quoted(bare.string()) + " --workspace " +
-                   quoted(workspace.string()) + " list");
+    const CliRun r = cli("--app-dir " + quoted(bare.string()) + " --workspace " +
+                         quoted(workspace.string()) + " list");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.err, "No Templates: The \"Templates\" folder does not exist.\n"
                      "Please reinstall the Lumora.\n");
-
-    fs::create_directories(bare / "Templates");
-    r = cli("--app-dir " + quoted(bare.string()) + " --workspace " + quoted(workspace.string()) +
-            " list");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(r.err.rfind("Error: Cannot locate template version information\n", 0), 0u) << r.err;
 }
 
 TEST_F(CliTest, InstalledSystemWideTheWorkspaceIsLumoraInTheDocumentsFolder) {
@@ -264,22 +243,12 @@ TEST_F(CliTest, InstalledSystemWideTheWorkspaceIsLumoraInTheDocumentsFolder) {
     const std::string env =
         "HOME=" + quoted(home.string()) + " XDG_CONFIG_HOME=" + quoted((home / ".config").string());
 
-    CliRun r = cli("new Lesson C1", env, program);
+    const CliRun r = cli("new Lesson C1", env, program);
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_TRUE(fs::is_regular_file(home / "Documents" / "Lumora" / "C1" / "lessonframeset.html"));
     writeBytes(home / ".config" / "user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/Papers\"\n");
     ASSERT_EQ(cli("new Survey S1", env, program).status, 0);
     EXPECT_TRUE(fs::is_directory(home / "Papers" / "Lumora" / "S1"));
-
-    // A documents folder that cannot be made: the message names it and the way out.
-    writeBytes(root / "not-a-folder", "");
-    r = cli("new Lesson C2", "HOME=" + quoted((root / "not-a-folder").string()), program);
-    EXPECT_EQ(r.status, 1);
-    const std::string folder = (root / "not-a-folder" / "Documents" / "Lumora").string();
-    EXPECT_NE(r.err.find("Lumora cannot keep your modules in \"" + folder +
-                         "\": Not a directory.\nChoose another folder with --workspace FOLDER"),
-              std::string::npos)
-        << r.err;
 }
 
 TEST_F(CliTest, ModuleOpenInAnotherRunningProgramIsNotTouched) {
@@ -290,100 +259,61 @@ TEST_F(CliTest, ModuleOpenInAnotherRunningProgramIsNotTouched) {
     char host[256] = {};
     ASSERT_EQ(gethostname(host, sizeof host - 1), 0);
     writeBytes(lock, "1\n" + std::string(host) + "\n"); // process 1 runs as long as the machine
-    const std::string before = readBytes(workspace / "C1" / "scripts" / "inc_ModuleInfo.js");
-    CliRun r = ws("save C1 --non-scorm");
+    const std::string before = readBytes(script("C1", "inc_ModuleInfo.js"));
+    const CliRun r = ws("save C1 --non-scorm");
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.err.find("The module \"C1\" is open elsewhere: in Lumora, process 1 on " +
                          std::string(host) + "."),
               std::string::npos)
         << r.err;
-    EXPECT_EQ(readBytes(workspace / "C1" / "scripts" / "inc_ModuleInfo.js"), before);
-
-    // A process id that no machine hands out: a crashed program's lock, taken over.
-    writeBytes(lock, "999999999\n" + std::string(host) + "\n");
-    r = ws("save C1 --non-scorm");
-    EXPECT_EQ(r.status, 0) << r.err;
-    EXPECT_NE(readBytes(workspace / "C1" / "scripts" / "inc_ModuleInfo.js"), before);
-    EXPECT_FALSE(fs::exists(lock));
+    EXPECT_EQ(readBytes(script("C1", "inc_ModuleInfo.js")), before);
 }
 
-TEST_F(CliTest, HelpAndUsage) {
-    CliRun r = cli("--help");
-    EXPECT_EQ(r.status, 0);
-    EXPECT_NE(r.out.find("new TYPE NAME"), std::string::npos);
-    r = cli("");
-    EXPECT_EQ(r.status, 2);
-    EXPECT_NE(r.err.find("usage: lumora-cli"), std::string::npos);
-}
-
-// The package command's arguments are checked before anything is read or written.
-TEST_F(CliTest, PackageRefusesAnUnknownFormatAndAPassMarkItCannotUse) {
-    for (const char* setup : {"new Evaluation E1", "save E1", "new Lesson L1", "save L1"})
+// The package command's arguments are checked before anything is read or written; a target it
+// cannot write is a file error naming it, with nothing left behind.
+TEST_F(CliTest, PackageRefusesBadArgumentsAndTargetsItCannotWrite) {
+    for (const char* setup :
+         {"new Evaluation E1", "save E1", "new Lesson L1", "save L1", "new Survey S1"})
         ASSERT_EQ(ws(setup).status, 0) << setup;
-    struct Case {
-        const char* args;
-        int status;
-        const char* says;
-    };
-    const std::string notOne = "--mastery takes a pass mark in percent, a number from 0 to 100: ";
-    for (const Case& c :
-         {Case{"E1 --format scorm3", 2,
-               "Unknown package format \"scorm3\": use scorm12, "
-               "scorm2004 or cmi5\n"},
-          Case{"E1 --format SCORM12", 2, "use scorm12, scorm2004 or cmi5"},
-          Case{"E1 --mastery abc", 1, "\"abc\" is not one"},
-          Case{"E1 --mastery 101", 1, "\"101\" is not one"},
-          Case{"E1 --mastery -5", 1, "\"-5\" is not one"},
-          Case{"E1 --mastery ''", 1, "\"\" is not one"},
-          Case{"L1 --mastery 80", 1,
-               "--mastery: a pass mark applies to an Evaluation only, and \"L1\" is a Lesson"}}) {
-        const CliRun r =
-            ws(std::string("package ") + c.args + " -o " + quoted((root / "x.zip").string()));
-        EXPECT_EQ(r.status, c.status) << c.args;
-        EXPECT_NE(r.err.find(c.says), std::string::npos) << c.args << ": " << r.err;
-        if (std::string(c.says).ends_with(" is not one")) {
-            EXPECT_EQ(r.err.rfind(notOne, 0), 0u) << r.err;
-        }
-        EXPECT_FALSE(fs::exists(root / "x.zip")) << c.args;
-    }
-}
-
-// Whether a file can be made in `dir` by this process (a superuser writes into read-only
-// folders).
-bool canCreateIn(const fs::path& dir) {
-    const fs::path probe = dir / "lumora-probe";
-    std::ofstream out(probe);
-    const bool made = out.good();
-    out.close();
-    std::error_code ec;
-    fs::remove(probe, ec);
-    return made;
-}
-
-TEST_F(CliTest, PackageIntoAFolderItCannotWriteNamesTheFileAndLeavesNothing) {
-    ASSERT_EQ(ws("new Survey S1").status, 0);
-    ASSERT_EQ(ws("save S1").status, 0);
     writeBytes(root / "plain-file", "not a folder");
-    const fs::path readOnly = root / "read-only";
-    fs::create_directories(readOnly);
-    fs::permissions(readOnly, fs::perms::owner_read | fs::perms::owner_exec);
-    // A superuser writes into any folder whose mode forbids it; a read-only file system stops
-    // everyone.
-    fs::path locked = canCreateIn(readOnly) ? fs::path("/sys") : readOnly;
-    std::vector<fs::path> targets{root / "missing" / "S1.zip", root / "plain-file" / "S1.zip"};
-    if (!canCreateIn(locked))
-        targets.push_back(locked / "S1.zip");
-    for (const fs::path& target : targets) {
-        const CliRun r = ws("package S1 -o " + quoted(target.string()));
-        EXPECT_EQ(r.status, 3) << target;
-        EXPECT_EQ(r.err.rfind("Error: " + target.string() + ": ", 0), 0u) << r.err;
-        EXPECT_GT(r.err.size(), ("Error: " + target.string() + ": \n").size()) << "no reason given";
-        std::error_code ec;
-        for (const auto& e : fs::directory_iterator(target.parent_path(), ec))
-            EXPECT_EQ(e.path().filename().string().find("S1.zip"), std::string::npos) << e.path();
+    const std::string zip = quoted((root / "x.zip").string());
+    const std::string notOne = "--mastery takes a pass mark in percent, a number from 0 to 100: ";
+    const struct {
+        std::string args;
+        int status;
+        std::string err; // the start of standard error, or the part after the target's name
+    } cases[] = {
+        {"E1 --format scorm3 -o " + zip, 2,
+         "Unknown package format \"scorm3\": use scorm12, scorm2004 or cmi5\n"},
+        {"E1 --mastery 101 -o " + zip, 1, notOne + "\"101\" is not one"},
+        {"E1 --mastery '' -o " + zip, 1, notOne + "\"\" is not one"},
+        {"L1 --mastery 80 -o " + zip, 1,
+         "--mastery: a pass mark applies to an Evaluation only, and \"L1\" is a Lesson"},
+        {"Nothing -o " + zip, 1, "Nothing"},
+        // Never saved: no identity of its own yet.
+        {"S1 -o " + zip, 1, "save it first"},
+        // Inside the module folder the package would contain itself.
+        {"E1 -o " + quoted((workspace / "E1" / "x.zip").string()), 1,
+         "The package cannot be written inside the module folder"},
+        {"E1 -o " + quoted((root / "missing" / "E1.zip").string()), 3,
+         "Error: " + (root / "missing" / "E1.zip").string() + ": "},
+        {"E1 -o " + quoted((root / "plain-file" / "E1.zip").string()), 3,
+         "Error: " + (root / "plain-file" / "E1.zip").string() + ": "},
+    };
+    for (const auto& c : cases) {
+        const CliRun r = ws("package " + c.args);
+        EXPECT_EQ(r.status, c.status) << c.args;
+        EXPECT_NE(r.err.find(c.err), std::string::npos) << c.args << ": " << r.err;
+        if (c.status == 3) {
+            EXPECT_GT(r.err.size(), c.err.size() + 1) << "no reason given: " << c.args;
+        }
+        std::vector<std::string> left;
+        for (const auto& e : fs::directory_iterator(root.path()))
+            left.push_back(e.path().filename().string());
+        std::sort(left.begin(), left.end());
+        EXPECT_EQ(left, (std::vector<std::string>{"err", "out", "plain-file", "ws"})) << c.args;
+        EXPECT_FALSE(fs::exists(workspace / "E1" / "x.zip")) << c.args;
     }
-    EXPECT_EQ(targets.size(), 3u) << "no folder that refuses writing was found to try";
-    fs::permissions(readOnly, fs::perms::owner_all);
 }
 
 } // namespace
