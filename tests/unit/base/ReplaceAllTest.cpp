@@ -10,25 +10,28 @@
 namespace lumora {
 namespace {
 
-TEST(ReplaceAll, ScansLeftToRightWithoutRescanningInsertedText) {
-    EXPECT_EQ(replaceAll("aaa", "aa", "b"), "ba");
-    EXPECT_EQ(replaceAll("aab", "ab", "ba"), "aba"); // same length, rewritten in place
-    EXPECT_EQ(replaceAll("xx", "x", "xx"), "xxxx");
-    EXPECT_EQ(replaceAll("<A><A>", "<A>", ""), "");
-    EXPECT_EQ(replaceAll("<<A>>", "<A>", "<A>"), "<<A>>");
-}
-
-TEST(ReplaceAll, HandlesEdgesOfTheText) {
-    EXPECT_EQ(replaceAll("", "a", "b"), "");
-    EXPECT_EQ(replaceAll("abc", "", "x"), "abc");
-    EXPECT_EQ(replaceAll("ab", "abc", "x"), "ab");
-    EXPECT_EQ(replaceAll("abc", "abc", "x"), "x");
-    EXPECT_EQ(replaceAll("xab", "ab", "!"), "x!");
-    EXPECT_EQ(replaceAll("abx", "ab", "!"), "!x");
-    EXPECT_EQ(replaceAll("a<", "<b", "!"), "a<"); // first character at the very end
-    EXPECT_EQ(replaceAll("<p<p<pa", "<pa", "-"), "<p<p-");
-    EXPECT_EQ(replaceAll(std::string("a\0b\0", 4), std::string_view("\0b", 2), "+"),
-              std::string("a+\0", 3));
+// Left to right without rescanning inserted text, and at the edges of the text.
+TEST(ReplaceAll, ScanningRulesAndEdges) {
+    const struct {
+        std::string text, from, to, out;
+    } cases[] = {
+        {"aaa", "aa", "b", "ba"},
+        {"aab", "ab", "ba", "aba"}, // same length, rewritten in place
+        {"xx", "x", "xx", "xxxx"},
+        {"<A><A>", "<A>", "", ""},
+        {"<<A>>", "<A>", "<A>", "<<A>>"},
+        {"", "a", "b", ""},
+        {"abc", "", "x", "abc"},
+        {"ab", "abc", "x", "ab"},
+        {"abc", "abc", "x", "x"},
+        {"xab", "ab", "!", "x!"},
+        {"abx", "ab", "!", "!x"},
+        {"a<", "<b", "!", "a<"}, // first character at the very end
+        {"<p<p<pa", "<pa", "-", "<p<p-"},
+        {std::string("a\0b\0", 4), std::string("\0b", 2), "+", std::string("a+\0", 3)},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(replaceAll(c.text, c.from, c.to), c.out) << c.text << " / " << c.from;
 }
 
 // The plain definition: find from the left, append the replacement, continue after the match.

@@ -24,16 +24,11 @@ class ContentForms : public ::testing::Test {
     std::string end = "<IMG src=\"" + paths.installFolder + kSep + "app" + kSep + "QAndAEnd.gif\">";
 };
 
-TEST_F(ContentForms, PlaceholderIsStartImageNumberEndImage) {
-    EXPECT_EQ(activityStartImage(paths), start);
-    EXPECT_EQ(activityEndImage(paths), end);
-    EXPECT_EQ(activityPlaceholder(paths, 12), start + "12" + end);
-}
-
 TEST_F(ContentForms, ActivityReferenceRoundTripsAndIsSavedInUpperCase) {
     const std::string stored = "<P>Before</P>" + kStoredThree + "<P>After</P>";
     const std::string editor = toEditorHTML(stored, paths);
     EXPECT_EQ(editor, "<P>Before</P>" + start + "3" + end + "<P>After</P>");
+    EXPECT_EQ(activityPlaceholder(paths, 12), start + "12" + end);
     EXPECT_EQ(toStoredHTML(editor, paths), stored);
 
     const std::string lower = "<script language=\"JavaScript\">document.write(parentRef."
@@ -86,17 +81,14 @@ TEST_F(ContentForms, ScriptStringEscapesOnlyQuotesAndLineBreaks) {
     EXPECT_EQ(fromScriptString("one<br>two", paths), "one\r\ntwo");
 }
 
-TEST_F(ContentForms, TableLineBreaksAreFlattenedOnTheWayToAScript) {
-    // The control's line breaks become "<br>", which the table fix-ups then remove.
+// The control's line breaks become "<br>", which the table fix-ups then remove; empty-looking
+// strings read as empty.
+TEST_F(ContentForms, TablesAreFlattenedAndEmptyLookingScriptStringsReadAsEmpty) {
     EXPECT_EQ(
         toScriptString("<TABLE>\r\n<TBODY>\r\n<TR>\r\n<TD>x</TD></TR></TBODY></TABLE>", paths),
         "<TABLE><TR><TD>x</TD></TR></TABLE>");
-}
-
-TEST_F(ContentForms, EmptyLookingScriptStringsReadAsEmpty) {
-    EXPECT_EQ(fromScriptString("", paths), "");
-    EXPECT_EQ(fromScriptString("&nbsp;", paths), "");
-    EXPECT_EQ(fromScriptString("<P>&nbsp;</P>", paths), "");
+    for (const char* empty : {"", "&nbsp;", "<P>&nbsp;</P>"})
+        EXPECT_EQ(fromScriptString(empty, paths), "") << empty;
     EXPECT_EQ(fromScriptString("<P>&nbsp;</P><br>", paths), "<P>&nbsp;</P>\r\n");
 }
 

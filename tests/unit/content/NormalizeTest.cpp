@@ -109,31 +109,32 @@ TEST(NormalizeHTML, MatchesStepByStepReplacementOnArbitraryMarkup) {
     }
 }
 
-TEST(BlankIfEmpty, OnlyTheThreeEmptyShapesBecomeEmpty) {
-    EXPECT_EQ(blankIfEmpty(" "), "");
-    EXPECT_EQ(blankIfEmpty("&nbsp;"), "");
-    EXPECT_EQ(blankIfEmpty("<P>&nbsp;</P>"), "");
-    EXPECT_EQ(blankIfEmpty(""), "");
-    EXPECT_EQ(blankIfEmpty("<p>&nbsp;</p>"), "<p>&nbsp;</p>");
-    EXPECT_EQ(blankIfEmpty("<P>&nbsp;</P><P>&nbsp;</P>"), "<P>&nbsp;</P><P>&nbsp;</P>");
-    EXPECT_EQ(blankIfEmpty("  "), "  ");
-}
-
-TEST(StripParagraphs, RemovesUpperCaseParagraphsAndNbsp) {
-    EXPECT_EQ(stripParagraphs("<P>What&nbsp;is <b>it</b>?</P><P>&nbsp;</P>"), "Whatis <b>it</b>?");
-    EXPECT_EQ(stripParagraphs("<p>kept</p>"), "<p>kept</p>");
-    EXPECT_EQ(stripParagraphs(""), "");
-}
-
-TEST(StripOuterParagraph, DropsOneBareParagraphAtEachEnd) {
-    EXPECT_EQ(stripOuterParagraph("<P>text</P>"), "text");
-    EXPECT_EQ(stripOuterParagraph("<p>a\r\nb</p>"), "ab");
-    EXPECT_EQ(stripOuterParagraph("<P><P>x</P></P>"), "<P>x</P>");
-    // An opening tag with attributes is not a bare "<p>"; the closing tag still goes.
-    EXPECT_EQ(stripOuterParagraph("<P align=center>x</P>"), "<P align=center>x");
-    EXPECT_EQ(stripOuterParagraph("<p>"), "");
-    EXPECT_EQ(stripOuterParagraph("</p>"), "");
-    EXPECT_EQ(stripOuterParagraph(""), "");
+// blankIfEmpty: only the three empty shapes become empty. stripParagraphs: upper-case
+// paragraphs and "&nbsp;" go. stripOuterParagraph: one bare paragraph tag at each end goes (an
+// opening tag with attributes is not bare; the closing tag still goes).
+TEST(NormalizeHelpers, EmptyShapesAndParagraphs) {
+    const struct {
+        std::string (*fn)(const std::string&);
+        const char* in;
+        const char* out;
+    } cases[] = {
+        {blankIfEmpty, " ", ""},
+        {blankIfEmpty, "&nbsp;", ""},
+        {blankIfEmpty, "<P>&nbsp;</P>", ""},
+        {blankIfEmpty, "<p>&nbsp;</p>", "<p>&nbsp;</p>"},
+        {blankIfEmpty, "<P>&nbsp;</P><P>&nbsp;</P>", "<P>&nbsp;</P><P>&nbsp;</P>"},
+        {blankIfEmpty, "  ", "  "},
+        {stripParagraphs, "<P>What&nbsp;is <b>it</b>?</P><P>&nbsp;</P>", "Whatis <b>it</b>?"},
+        {stripParagraphs, "<p>kept</p>", "<p>kept</p>"},
+        {stripOuterParagraph, "<P>text</P>", "text"},
+        {stripOuterParagraph, "<p>a\r\nb</p>", "ab"},
+        {stripOuterParagraph, "<P><P>x</P></P>", "<P>x</P>"},
+        {stripOuterParagraph, "<P align=center>x</P>", "<P align=center>x"},
+        {stripOuterParagraph, "<p>", ""},
+        {stripOuterParagraph, "</p>", ""},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.fn(c.in), c.out) << c.in;
 }
 
 } // namespace

@@ -28,17 +28,25 @@ bool valid(const QAndAItem& item) {
     return isQuestionValid(module, 0);
 }
 
+// Types and flags compare without regard to case; any other type is always reported.
 TEST(QuestionValidation, RadioNeedsExactlyOneCheckboxAtLeastOne) {
-    EXPECT_TRUE(valid(question("radio", {"false", "true", "false"})));
-    EXPECT_FALSE(valid(question("radio", {"false", "false"})));
-    EXPECT_FALSE(valid(question("radio", {"true", "true"})));
-    EXPECT_TRUE(valid(question("checkbox", {"true", "true", "true"})));
-    EXPECT_FALSE(valid(question("checkbox", {"false", "false"})));
-    // Types and flags compare without regard to case; any other type is always reported.
-    EXPECT_TRUE(valid(question("RADIO", {"TRUE"})));
-    EXPECT_TRUE(valid(question("CheckBox", {"True", "false"})));
-    EXPECT_FALSE(valid(question("select", {"true"})));
-    EXPECT_FALSE(valid(question("", {"true"})));
+    const struct {
+        const char* type;
+        std::vector<std::string> flags;
+        bool valid;
+    } cases[] = {
+        {"radio", {"false", "true", "false"}, true},
+        {"radio", {"false", "false"}, false},
+        {"radio", {"true", "true"}, false},
+        {"checkbox", {"true", "true", "true"}, true},
+        {"checkbox", {"false", "false"}, false},
+        {"RADIO", {"TRUE"}, true},
+        {"CheckBox", {"True", "false"}, true},
+        {"select", {"true"}, false},
+        {"", {"true"}, false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(valid(question(c.type, c.flags)), c.valid) << c.type << " " << c.flags.size();
 }
 
 TEST(QuestionValidation, MessageListsInvalidNumbersWordForWord) {
@@ -69,47 +77,43 @@ TEST(QuestionValidation, ValidateShowsTheWarningOnlyWhenNeeded) {
     EXPECT_EQ(prompt.messages.size(), 1u);
 }
 
-TEST(SurveyScale, FiveWordsAndNothingElse) {
+TEST(SurveyScaleAndFlags, FiveWordsAndOnlyAnExactTrueCounts) {
     const std::vector<std::string> words{"",     "Excellent", "Good", "Average", "Below Average",
                                          "Poor", ""};
-    for (int rating = 0; rating <= 6; ++rating)
+    for (int rating = -1; rating <= 6; ++rating)
         EXPECT_EQ(surveyScaleWord(static_cast<std::int16_t>(rating)),
-                  words[static_cast<std::size_t>(rating)]);
-    EXPECT_EQ(surveyScaleWord(-1), "");
-}
-
-TEST(Flags, OnlyExactTrueAndCheckedStateCount) {
+                  rating < 0 ? "" : words[static_cast<std::size_t>(rating)]);
+    for (const char* flag : {"TRUE", "", "1"})
+        EXPECT_FALSE(flagToBool(flag)) << flag;
     EXPECT_TRUE(flagToBool("true"));
-    EXPECT_FALSE(flagToBool("TRUE"));
-    EXPECT_FALSE(flagToBool(""));
-    EXPECT_FALSE(flagToBool("1"));
+    for (int state : {0, 2, -1})
+        EXPECT_EQ(checkStateToFlag(state), "false") << state;
     EXPECT_EQ(checkStateToFlag(1), "true");
-    EXPECT_EQ(checkStateToFlag(0), "false");
-    EXPECT_EQ(checkStateToFlag(2), "false");
-    EXPECT_EQ(checkStateToFlag(-1), "false");
 }
 
-TEST(Colors, HexTextToColourNumber) {
-    EXPECT_EQ(hexToColor("#FF0000"), 255);
-    EXPECT_EQ(hexToColor("FF0000"), 255);
-    EXPECT_EQ(hexToColor("#00ff00"), 0xFF00);
-    EXPECT_EQ(hexToColor("#336699"), 0x996633);
-    EXPECT_EQ(hexToColor("#F00"), 0);
-    EXPECT_EQ(hexToColor(""), 0);
-    EXPECT_EQ(hexToColor("##12#34#56"), 0x563412);
-    // Non-digits count as 0 instead of failing; a multi-byte character is one character.
-    EXPECT_EQ(hexToColor("#GZ00x1"), 0x010000);
-    EXPECT_EQ(hexToColor("#\xC3\xA9"
-                         "F0000"),
-              15);
-}
-
-TEST(Colors, ColourNumberToHexText) {
-    EXPECT_EQ(colorToHex(255), "#FF0000");
-    EXPECT_EQ(colorToHex(0), "#000000");
-    EXPECT_EQ(colorToHex(0x123456), "#563412");
-    EXPECT_EQ(colorToHex(0x7F123456), "#563412"); // top digits are lost
-    EXPECT_EQ(colorToHex(-1), "#FFFFFF");
+TEST(Colors, HexTextToColourNumberAndBack) {
+    const std::pair<const char*, int> toNumber[] = {
+        {"#FF0000", 255},
+        {"FF0000", 255},
+        {"#00ff00", 0xFF00},
+        {"#336699", 0x996633},
+        {"#F00", 0},
+        {"", 0},
+        {"##12#34#56", 0x563412},
+        // Non-digits count as 0 instead of failing; a multi-byte character is one character.
+        {"#GZ00x1", 0x010000},
+        {"#\xC3\xA9"
+         "F0000",
+         15}};
+    for (const auto& [hex, number] : toNumber)
+        EXPECT_EQ(hexToColor(hex), number) << hex;
+    const std::pair<int, const char*> toHex[] = {{255, "#FF0000"},
+                                                 {0, "#000000"},
+                                                 {0x123456, "#563412"},
+                                                 {0x7F123456, "#563412"},
+                                                 {-1, "#FFFFFF"}};
+    for (const auto& [number, hex] : toHex) // the top digits are lost
+        EXPECT_EQ(colorToHex(number), hex) << number;
     for (const char* hex : {"#336699", "#FFCC66", "#000099", "#0A0B0C"})
         EXPECT_EQ(colorToHex(hexToColor(hex)), hex);
 }
