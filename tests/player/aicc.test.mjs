@@ -9,52 +9,58 @@ let browser;
 before(async () => (browser = await H.launch()));
 after(async () => browser?.close());
 
-async function aiccModule(type, state) {
+// Runs `body` over a fresh copy of `type` served beside an HACP endpoint answering from `state`;
+// open(query) opens the module's frameset with the query made from the endpoint's address.
+const withAicc = (type, state, body) => H.closing(async (keep) => {
   const dir = H.copyModule(type);
-  const server = await H.serve({ "/m/": dir }, hacpHandler(state));
-  return { dir, server };
-}
+  const server = keep(await H.serve({ "/m/": dir }, hacpHandler(state)));
+  const open = async (query) => {
+    const opened = await H.open(browser, `${server.base}/m/${H.FRAMESET[type]}?${query(`${server.base}/hacp`)}`);
+    keep(opened.page);
+    return opened;
+  };
+  await body({ dir, open });
+});
 const commands = (state) => state.requests.map((r) => r.fields.command);
 const putParams = (state) => state.requests.filter((r) => r.fields.command === "PutParam").map((r) => r.fields.aicc_data);
 
 describe("AICC HACP", () => {
-  test("lesson: resumes at the LMS's location and reports progress", async () => {
+  test("lesson: resumes at the LMS's location and reports progress", () => {
     const state = { requests: [], getParam: getParamData({ location: "2", status: "incomplete, resume", coreLesson: "LD" }) };
-    const { server } = await aiccModule("Lesson", state);
-    // Parameter names in any case; the URL unencoded, as some LMSs send it.
-    const { page } = await H.open(browser, `${server.base}/m/lessonframeset.html?AICC_SID=abc%201&AICC_URL=${server.base}/hacp`);
-    await page.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
-    await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=completed/.test(d)));
-    await page.goto("about:blank");
-    await H.waitFor(() => commands(state).includes("ExitAU"));
-    const first = state.requests[0];
-    assert.equal(first.fields.command, "GetParam");
-    assert.equal(first.fields.session_id, "abc 1");
-    assert.equal(first.fields.version, "4.0");
-    assert.match(first.type, /application\/x-www-form-urlencoded/);
-    assert.ok(!first.body.startsWith("aicc_data") && !/&command=[^&]*$/.test(first.body), "command is not last");
-    const last = putParams(state).at(-1);
-    assert.match(last, /^\[Core\]\r\nLesson_Location=2\r\nLesson_Status=completed\r\nScore=\r\nTime=\d{2}:\d{2}:\d{2}\r\n\[Core_Lesson\]\r\nL[A-Za-z0-9_-]\r\n$/);
-    assert.ok(!/[^\r]\n/.test(last), "lines end in CR LF");
-    await page.close();
-    await server.close();
+    return withAicc("Lesson", state, async ({ open }) => {
+      // Parameter names in any case; the URL unencoded, as some LMSs send it.
+      const { page } = await open((hacp) => `AICC_SID=abc%201&AICC_URL=${hacp}`);
+      await page.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+      await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=completed/.test(d)));
+      await page.goto("about:blank");
+      await H.waitFor(() => commands(state).includes("ExitAU"));
+      const first = state.requests[0];
+      assert.equal(first.fields.command, "GetParam");
+      assert.equal(first.fields.session_id, "abc 1");
+      assert.equal(first.fields.version, "4.0");
+      assert.match(first.type, /application\/x-www-form-urlencoded/);
+      assert.ok(!first.body.startsWith("aicc_data") && !/&command=[^&]*$/.test(first.body), "command is not last");
+      const last = putParams(state).at(-1);
+      assert.match(last, /^\[Core\]\r\nLesson_Location=2\r\nLesson_Status=completed\r\nScore=\r\nTime=\d{2}:\d{2}:\d{2}\r\n\[Core_Lesson\]\r\nL[A-Za-z0-9_-]\r\n$/);
+      assert.ok(!/[^\r]\n/.test(last), "lines end in CR LF");
+    });
   });
 
-  test("evaluation: mastery score from [Student_Data], score in PutParam", async () => {
+  test("evaluation: mastery score from [Student_Data], score in PutParam", () => {
     const state = { requests: [], getParam: getParamData({ mastery: "50" }) };
-    const { dir, server } = await aiccModule("Evaluation", state);
-    const { page } = await H.open(browser, `${server.base}/m/poolframeset.html?aicc_sid=S9&aicc_url=${encodeURIComponent(server.base + "/hacp")}`);
-    const qs = page.locator(".lumQ");
-    await qs.first().waitFor();
-    const key = H.answerKey(dir);
-    for (let i = 0; i < 3; i++) await H.answer(qs, key, i);
-    await page.getByRole("button", { name: "Submit" }).click();
-    await page.locator(".lumScore", { hasText: "100%" }).waitFor();
-    assert.match(await page.locator("#lumResult").textContent(), /You passed/);
-    await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=passed\r\nScore=100\r\n/.test(d)));
-    await page.close();
-    await H.waitFor(() => commands(state).includes("ExitAU"));
-    await server.close();
+    return withAicc("Evaluation", state, async ({ dir, open }) => {
+      const { page } = await open((hacp) => `aicc_sid=S9&aicc_url=${encodeURIComponent(hacp)}`);
+      const qs = page.locator(".lumQ");
+      await qs.first().waitFor();
+      const key = H.answerKey(dir);
+      for (let i = 0; i < 3; i++) await H.answer(qs, key, i);
+      await page.getByRole("button", { name: "Submit" }).click();
+      await page.locator(".lumScore", { hasText: "100%" }).waitFor();
+      assert.match(await page.locator("#lumResult").textContent(), /You passed/);
+      await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=passed\r\nScore=100\r\n/.test(d)));
+      await page.close();
+      await H.waitFor(() => commands(state).includes("ExitAU"));
+    });
   });
 
   // A slow LMS answers each request 300 ms late. Every request of the session waits for the
@@ -75,11 +81,10 @@ describe("AICC HACP", () => {
     }, last: /^\[Core\]\r\nLesson_Location=2\r\nLesson_Status=completed\r\n/ },
   ];
   for (const c of exitCases) {
-    test(`ExitAU is the last request under a slow LMS: ${c.what}`, async () => {
+    test(`ExitAU is the last request under a slow LMS: ${c.what}`, () => {
       const state = { requests: [], delay: 300, getParam: getParamData() };
-      const { server } = await aiccModule(c.type, state);
-      try {
-        const { page, errors } = await H.open(browser, `${server.base}/m/${H.FRAMESET[c.type]}?aicc_sid=S1&aicc_url=${server.base}/hacp`);
+      return withAicc(c.type, state, async ({ open }) => {
+        const { page, errors } = await open((hacp) => `aicc_sid=S1&aicc_url=${hacp}`);
         await page.locator(c.type === "Lesson" ? "#lumPageNum" : ".lumQ").first().waitFor();
         await c.walk(page);
         await page.close(); // the window goes, whatever is still on its way
@@ -94,25 +99,19 @@ describe("AICC HACP", () => {
         const live = state.requests.slice(0, -2);
         for (let i = 1; i < live.length; i++) assert.ok(live[i].arrived >= live[i - 1].answered, `${sent[i]} overtook ${sent[i - 1]}`);
         assert.deepEqual(errors, []);
-      } finally {
-        await server.close();
-      }
+      });
     });
   }
 
   for (const mode of ["error", "silent"]) {
-    test(`an LMS that answers ${mode === "error" ? "errors" : "nothing"} does not stop the learner`, async () => {
-      const state = { requests: [], mode, getParam: "" };
-      const { server } = await aiccModule("Survey", state);
-      const { page, errors } = await H.open(browser, `${server.base}/m/surveyframeset.html?aicc_sid=S1&aicc_url=${server.base}/hacp`);
+    test(`an LMS that answers ${mode === "error" ? "errors" : "nothing"} does not stop the learner`, () => withAicc("Survey", { requests: [], mode, getParam: "" }, async ({ open }) => {
+      const { page, errors } = await open((hacp) => `aicc_sid=S1&aicc_url=${hacp}`);
       const qs = page.locator(".lumQ");
       await qs.first().waitFor({ timeout: 8000 });
       for (let i = 0; i < 3; i++) await qs.nth(i).getByLabel("Good", { exact: true }).check();
       await page.getByRole("button", { name: "Submit" }).click();
       await page.locator("#lumResult", { hasText: "Thank you" }).waitFor();
       assert.deepEqual(errors, []);
-      await page.close();
-      await server.close();
-    });
+    }));
   }
 });

@@ -40,13 +40,13 @@ describe("bad input", () => {
     await page.close();
   });
 
-  test("lesson: a missing page file, an activity that does not exist, a term that does not exist", async () => {
+  test("lesson: a missing page file, an activity that does not exist, a term that does not exist", () => H.closing(async (keep) => {
     const dir = H.copyModule("Lesson");
     edit(dir, "page0.html", (s) => s.replaceAll("term0", "term9").replace("showGlossaryPopup('0'", "showGlossaryPopup('9'"));
     edit(dir, "page2.html", (s) => s.replace("writeActivityHTML(2)", "writeActivityHTML(7)"));
     edit(dir, "scripts/inc_QAndA.js", (s) => s + 'arrActObjects[arrActObjects.length] = new objActQuestion(1, "radio");\r\n');
     fs.rmSync(path.join(dir, "page1.html"));
-    const server = await H.serve({ "/": dir });
+    const server = keep(await H.serve({ "/": dir }));
     const { page, errors } = await H.open(browser, `${server.base}/lessonframeset.html`);
     const frame = page.frameLocator("#lumContent");
     await frame.locator("a[name=term9]").click();
@@ -59,8 +59,7 @@ describe("bad input", () => {
     await frame.locator(".lumMissing", { hasText: "Activity 7 is not available." }).waitFor();
     assert.deepEqual(errors, []);
     await page.close();
-    await server.close();
-  });
+  }));
 
   test("suspend data that does not fit the module is ignored", async () => {
     const dir = H.copyModule("Evaluation");

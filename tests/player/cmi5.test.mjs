@@ -13,21 +13,16 @@ before(async () => (browser = await H.launch()));
 after(async () => browser?.close());
 
 // A module served on one origin, the LMS on another.
-async function withLms(type, body) {
+const withLms = (type, body) => H.closing(async (keep) => {
   const dir = H.copyModule(type);
-  const server = await H.serve({ "/m/": dir });
-  const lms = await cmi5Lms();
+  const server = keep(await H.serve({ "/m/": dir }));
+  const lms = keep(await cmi5Lms());
   const { page, errors } = await H.open(browser);
+  keep(page);
   const launch = (options) => page.goto(lms.launchUrl(`${server.base}/m/${H.FRAMESET[type]}`, options));
-  try {
-    await body({ dir, lms, page, launch });
-    assert.deepEqual(errors, []);
-  } finally {
-    await page.close();
-    await lms.close();
-    await server.close();
-  }
-}
+  await body({ dir, lms, page, launch, keep });
+  assert.deepEqual(errors, []);
+});
 
 // Leaves the module and waits for its last statement.
 async function leave(page, lms) {
@@ -173,15 +168,14 @@ describe("cmi5", () => {
     }));
   }
 
-  test("a fetch URL that gives no token leaves the module running on its own", () => withLms("Survey", async ({ lms, page }) => {
+  test("a fetch URL that gives no token leaves the module running on its own", () => withLms("Survey", async ({ lms, page, keep }) => {
     const url = new URL(lms.launchUrl(`${lms.base}/nowhere`));
     url.searchParams.set("fetch", `${lms.base}/garbage`);
-    const server = await H.serve({ "/m/": H.copyModule("Survey") });
+    const server = keep(await H.serve({ "/m/": H.copyModule("Survey") }));
     await page.goto(`${server.base}/m/surveyframeset.html${url.search}`);
     await page.locator(".lumQ").first().waitFor();
     await page.getByRole("button", { name: "Submit" }).click();
     await page.locator("#lumMsg", { hasText: "Please answer every question" }).waitFor();
     assert.deepEqual(lms.statements, []);
-    await server.close();
   }));
 });

@@ -92,11 +92,10 @@ describe("lesson standalone", () => {
     await page.close();
   });
 
-  test("over HTTP: pages reach the frameset's player", async () => {
-    const server = await H.serve({ "/": H.copyModule("Lesson") });
+  test("over HTTP: pages reach the frameset's player", () => H.closing(async (keep) => {
+    const server = keep(await H.serve({ "/": H.copyModule("Lesson") }));
     const { page } = await lessonChecks(`${server.base}/lessonframeset.html`);
+    keep(page);
     assert.equal(await page.frames()[1].evaluate(() => parentRef === window.parent.lumoraPlayer), true);
-    await page.close();
-    await server.close();
-  });
+  }));
 });

@@ -25,15 +25,14 @@ async function leave(page) {
 const sco = (page) => page.frameLocator("#sco");
 
 // Runs `body` over a fresh copy of `type` served beside the LMS page; go(data) (re)launches it.
-async function inLms(type, body) {
+const inLms = (type, body) => H.closing(async (keep) => {
   const dir = H.copyModule(type);
-  const server = await scormServer(dir);
+  const server = keep(await scormServer(dir));
   const { page, errors } = await H.open(browser);
+  keep(page);
   const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra));
   await body({ dir, page, errors, go });
-  await page.close();
-  await server.close();
-}
+});
 
 describe("SCORM 1.2", () => {
   test("lesson: bookmark, resume and completion", () => inLms("Lesson", async ({ page, go }) => {

@@ -24,19 +24,15 @@ async function leave(page) {
   return lmsState(page);
 }
 
-async function inLms(type, body) {
+const inLms = (type, body) => H.closing(async (keep) => {
   const dir = H.copyModule(type);
-  const server = await scormServer(dir);
+  const server = keep(await scormServer(dir));
   const { page, errors } = await H.open(browser);
+  keep(page);
   const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra, "lms2004.html"));
-  try {
-    await body({ dir, page, errors, go, sco: page.frameLocator("#sco") });
-    assert.deepEqual(errors, []);
-  } finally {
-    await page.close();
-    await server.close();
-  }
-}
+  await body({ dir, page, errors, go, server, sco: page.frameLocator("#sco") });
+  assert.deepEqual(errors, []);
+});
 
 describe("SCORM 2004", () => {
   test("lesson: left and resumed, completed, and browsed without a status", () => inLms("Lesson", async ({ page, go, sco }) => {
@@ -104,10 +100,7 @@ describe("SCORM 2004", () => {
     }
   }));
 
-  test("survey: launched in a pop-up, one likert interaction per rating", async () => {
-    const dir = H.copyModule("Survey");
-    const server = await scormServer(dir);
-    const { page } = await H.open(browser);
+  test("survey: launched in a pop-up, one likert interaction per rating", () => inLms("Survey", async ({ page, server }) => {
     const popup = page.waitForEvent("popup");
     await page.goto(lmsUrl(server.base, H.FRAMESET.Survey, firstLaunch2004(), "&popup=1", "lms2004.html"));
     const sco = await popup;
@@ -129,9 +122,7 @@ describe("SCORM 2004", () => {
     assert.deepEqual(field("learner_response"), ["1", "4", "5"]);
     assert.deepEqual(field("result"), ["neutral", "neutral", "neutral"]);
     assert.deepEqual(errors, []);
-    await page.close();
-    await server.close();
-  });
+  }));
 
   test("an LMS that answers false to every value does not stop the learner", () => inLms("Lesson", async ({ page, go, sco }) => {
     await go(firstLaunch2004(), "&fail=all");

@@ -62,6 +62,17 @@ export async function serve(roots, extra) {
   return { base, close: () => new Promise((done) => { server.closeAllConnections?.(); server.close(done); }) };
 }
 
+// Runs `body(keep)` and closes what it kept (pages, servers, test LMSs), last first, also when
+// the body fails: a server left open would keep the test run from ending.
+export async function closing(body) {
+  const kept = [];
+  try {
+    return await body((thing) => (kept.push(thing), thing));
+  } finally {
+    for (const thing of kept.reverse()) await thing.close().catch(() => {});
+  }
+}
+
 export const fileUrl = (dir, name) => pathToFileURL(path.join(dir, name)).href;
 
 // Runs the player's constructors and the module's scripts the way the frameset does.
