@@ -51,6 +51,56 @@ bool hasProblem(const std::vector<std::string>& problems, const std::string& tex
 
 // --- bytes -----------------------------------------------------------------------------------
 
+TEST(LmsFilesBytes, ManifestListsFilesUnderOneScoLaunchingTheFrameset) {
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety-1", "Fire Safety", "poolframeset.html"};
+    const std::string expected =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
+        "<!-- Lumora module folder: Safety%2D1 -->\r\n"
+        "<manifest identifier=\"LUM-0123456789ABCDEF\" version=\"1.0\"\r\n"
+        "          xmlns=\"http://www.imsproject.org/xsd/imscp_rootv1p1p2\"\r\n"
+        "          xmlns:adlcp=\"http://www.adlnet.org/xsd/adlcp_rootv1p2\">\r\n"
+        "  <metadata>\r\n"
+        "    <schema>ADL SCORM</schema>\r\n"
+        "    <schemaversion>1.2</schemaversion>\r\n"
+        "  </metadata>\r\n"
+        "  <organizations default=\"LUM-0123456789ABCDEF-ORG\">\r\n"
+        "    <organization identifier=\"LUM-0123456789ABCDEF-ORG\">\r\n"
+        "      <title>Fire Safety</title>\r\n"
+        "      <item identifier=\"LUM-0123456789ABCDEF-ITEM\" "
+        "identifierref=\"LUM-0123456789ABCDEF-SCO\">\r\n"
+        "        <title>Fire Safety</title>\r\n"
+        "      </item>\r\n"
+        "    </organization>\r\n"
+        "  </organizations>\r\n"
+        "  <resources>\r\n"
+        "    <resource identifier=\"LUM-0123456789ABCDEF-SCO\" type=\"webcontent\" "
+        "adlcp:scormtype=\"sco\" href=\"poolframeset.html\">\r\n"
+        "      <file href=\"media/my%20photo.jpg\"/>\r\n"
+        "      <file href=\"poolframeset.html\"/>\r\n"
+        "    </resource>\r\n"
+        "  </resources>\r\n"
+        "</manifest>\r\n";
+    EXPECT_EQ(manifestXml(info, {"media/my photo.jpg", "poolframeset.html"}), expected);
+}
+
+TEST(LmsFilesBytes, AiccCourseFilesDescribeOneUnitWithCrLfLines) {
+    LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety", "Fire Safety", "surveyframeset.html"};
+    AiccFiles f = aiccFiles(info);
+    EXPECT_EQ(f.au, "\"System_ID\",\"Type\",\"Command_Line\",\"File_Name\",\"Max_Score\","
+                    "\"Mastery_Score\",\"Max_Time_Allowed\",\"Time_Limit_Action\","
+                    "\"System_Vendor\",\"Core_Vendor\",\"Web_Launch\",\"AU_Password\"\r\n"
+                    "\"A1\",\"HTML\",\"\",\"surveyframeset.html\",\"100\",\"\",\"\",\"\",\"\","
+                    "\"\",\"\",\"\"\r\n");
+    EXPECT_EQ(f.crs, "[Course]\r\nCourse_Creator=Lumora\r\nCourse_ID=LUM-0123456789ABCDEF\r\n"
+                     "Course_System=HTML\r\nCourse_Title=Fire Safety\r\nLevel=1\r\n"
+                     "Max_Fields_CST=2\r\nTotal_AUs=1\r\nTotal_Blocks=0\r\nVersion=2.2\r\n"
+                     "[Course_Behavior]\r\nMax_Normal=1\r\n[Course_Description]\r\n"
+                     "Fire Safety\r\n");
+    EXPECT_EQ(f.des, "\"System_ID\",\"Developer_ID\",\"Title\",\"Description\"\r\n"
+                     "\"A1\",\"LUM-0123456789ABCDEF\",\"Fire Safety\",\"Fire Safety\"\r\n");
+    EXPECT_EQ(f.cst, "\"Block\",\"Member\"\r\n\"root\",\"A1\"\r\n");
+}
+
 // The manifests' titles are checked in every format by the package tests; the AICC files keep
 // the whole title on one line, and a quoted field cannot hold a double quote any AICC reader
 // agrees on.
@@ -248,8 +298,7 @@ TEST(LmsXmlScan, ATruncatedManifestNeverYieldsAGarbledIdentity) {
 // --- the templates ---------------------------------------------------------------------------
 
 // The templates' import files are generator output over the staged template (the template's
-// own files with the player's beside them, as a new module gets them): the committed files are
-// the byte-for-byte record of the SCORM 1.2 manifest and the four AICC files. With
+// own files with the player's beside them, as a new module gets them). With
 // LUMORA_REFRESH_TEMPLATES set (see tools/refresh-templates.sh) this writes the generated files
 // back into the source tree instead of comparing.
 TEST(LmsFilesTemplates, TemplatesHoldWhatTheGeneratorWrites) {
