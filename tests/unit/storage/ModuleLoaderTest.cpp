@@ -63,14 +63,9 @@ TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     m.pages = {LessonPage{"", "Intro", "<P>Hello</P>"}, LessonPage{"", "Two", "<P>World</P>"}};
     m.glossary = {GlossaryTerm{"", "Term \"A\"", "Plain definition"},
                   GlossaryTerm{"", "B", "Second"}};
-    QAndAItem a;
-    a.questionType = "checkbox";
-    a.questionText = "Which \"ones\"?";
-    a.rationale = "See page 2";
-    a.shuffleDistractors = "true";
-    a.options = {QuestionOption{"true", "", "One", ""}, QuestionOption{"false", "", "", ""},
-                 QuestionOption{"true", "", "Three", ""}};
-    m.questions = {a};
+    m.questions = {item("checkbox", "Which \"ones\"?",
+                        {option("true", "One"), option("false", ""), option("true", "Three")},
+                        "See page 2", "true")};
     WriteModuleFiles(m, paths);
 
     LoadOutcome outcome;
@@ -117,26 +112,20 @@ TEST_F(ModuleLoaderTest, EvaluationRoundTrip) {
     m.useSCORM = "true";
     m.shuffleEvalQuestions = "true";
     m.intNumQuestions = -7;
-    QAndAItem q;
-    q.questionType = "radio";
-    q.questionText = "Line 1\r\nLine 2";
-    q.rationale = "Why";
-    q.shuffleDistractors = "false";
-    q.options = {QuestionOption{"true", "", "Right", ""},
-                 QuestionOption{"false", "", "Wrong", "Think \"again\""}};
-    m.questions = {q, q};
-    m.questions[1].shuffleDistractors = "true";
+    const std::vector<QuestionOption> options{option("true", "Right"),
+                                              option("false", "Wrong", "Think \"again\"")};
+    m.questions = {item("radio", "Line 1\r\nLine 2", options, "Why"),
+                   item("radio", "Line 1\r\nLine 2", options, "Why", "true")};
     WriteModuleFiles(m, paths);
 
     CourseModule r = load(kEvaluation);
     EXPECT_EQ(r.modTitle + r.useSCORM + r.shuffleEvalQuestions, "Pooltruetrue");
     EXPECT_EQ(r.intNumQuestions, -7);
     ASSERT_EQ(r.questions.size(), 2u);
-    EXPECT_EQ(r.questions[0].questionText, "Line 1\r\nLine 2");
-    EXPECT_EQ(r.questions[0].rationale, "Why");
-    EXPECT_EQ(r.questions[0].shuffleDistractors, "false");
-    EXPECT_EQ(r.questions[1].shuffleDistractors, "true");
-    EXPECT_EQ(r.questions[1].id, "2");
+    for (const QAndAItem& q : r.questions)
+        EXPECT_EQ(q.questionText + "|" + q.rationale, "Line 1\r\nLine 2|Why");
+    EXPECT_EQ(r.questions[0].id + r.questions[0].shuffleDistractors, "1false");
+    EXPECT_EQ(r.questions[1].id + r.questions[1].shuffleDistractors, "2true");
     EXPECT_EQ(rows(r.questions[0].options),
               (Rows{"true|0|Right|", "false|1|Wrong|Think \"again\""}));
 }

@@ -29,22 +29,6 @@ std::string act(const char* correct, int value, const std::string& display) {
     return opt("arrActObjects[ActID]", "actDistractors", correct, value, display);
 }
 
-QAndAItem item(const std::string& type, const std::string& text,
-               std::vector<QuestionOption> options, const std::string& rationale = "",
-               const std::string& shuffle = "false") {
-    QAndAItem q;
-    q.questionType = type;
-    q.questionText = text;
-    q.options = std::move(options);
-    q.rationale = rationale;
-    q.shuffleDistractors = shuffle;
-    return q;
-}
-QuestionOption option(const std::string& correct, const std::string& display,
-                      const std::string& rationale = "") {
-    return QuestionOption{correct, "", display, rationale};
-}
-
 // Quotes in titles are escaped (backslashes are not); pages are written by position.
 TEST_F(StorageTest, LessonInformationAndPages) {
     CourseModule m = makeModule(kLesson);

@@ -26,6 +26,23 @@ inline const std::string kSkeleton = "<HTML><HEAD><TITLE>Page</TITLE></HEAD>\r\n
                                      "</LUMApageContent></DIV>\r\n"
                                      "</BODY></HTML>\r\n";
 
+inline QuestionOption option(const std::string& correct, const std::string& display,
+                             const std::string& rationale = "") {
+    return QuestionOption{correct, "", display, rationale};
+}
+
+inline QAndAItem item(const std::string& type, const std::string& text,
+                      std::vector<QuestionOption> options, const std::string& rationale = "",
+                      const std::string& shuffle = "false") {
+    QAndAItem q;
+    q.questionType = type;
+    q.questionText = text;
+    q.options = std::move(options);
+    q.rationale = rationale;
+    q.shuffleDistractors = shuffle;
+    return q;
+}
+
 class StorageTest : public ::testing::Test {
   protected:
     StorageTest() {
