@@ -6,6 +6,7 @@
 #include "storage/LmsFiles.h"
 #include "storage/ModuleLoader.h"
 #include "storage/ModuleWriter.h"
+#include "storage/PageFiles.h"
 #include "storage/Paths.h"
 #include "storage/Stylesheet.h"
 #include "storage/SuspendData.h"
@@ -137,6 +138,11 @@ void Session::warnIfProgressTooLong() {
 void Session::saveForScorm(bool scorm) {
     module.useSCORM = scorm ? "true" : "false";
     SaveModule();
+}
+
+void Session::addPage() {
+    addBlankPage(lists());
+    WritePageFile(module, static_cast<std::size_t>(CurrentPage), contentPaths());
 }
 
 void Session::setPageContent(std::size_t page, const std::string& html) {

@@ -82,6 +82,12 @@ class Session {
     // Save (SCORM/AICC) and Save (non-SCORM/AICC): set useSCORM, then SaveModule.
     void saveForScorm(bool scorm);
 
+    // Create on the pages tab: a blank page at the end (or the trailing blank one again),
+    // made current, with its page file written from the template's skeleton page so that the
+    // folder stays a runnable course. FileError when the file cannot be written; the page
+    // stays in the module and the next save writes it.
+    void addPage();
+
     // Content setters used by the editors: convert to editor form and mark the module changed.
     void setPageContent(std::size_t page, const std::string& html);  // toEditorHTML
     void setQuestionText(std::size_t item, const std::string& text); // fromScriptString
