@@ -6,7 +6,9 @@
 #include "forms/editor/EditorPage.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QPointer>
@@ -27,6 +29,9 @@ static void initEditorResources() {
 namespace lumora {
 
 namespace {
+
+// The player's layout stylesheet, beside the module's stylesheet in its css folder.
+const QString kLayoutStylesheet = QStringLiteral("player.css");
 
 QString readResource(const QString& path) {
     QFile file(path);
@@ -52,17 +57,27 @@ QWebEngineScript mainWorldScript(const QString& name, const QString& source) {
 // The document the content lives in. The content security policy forbids every script of
 // the page itself: inline handlers such as a term link's onClick, javascript: addresses and
 // script elements stay text. Our own scripts are injected by the view and are not affected.
+// A module's pages load the player's layout stylesheet and then the module's own, and their
+// body carries the class the module's content colours are given by; the editor's document
+// does the same, so the content looks as it will in the course.
 QString shellHtml(int shell, const QString& stylesheetPath) {
     QString head = QStringLiteral(
         "<meta charset=\"utf-8\">"
         "<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
         "object-src 'none'; frame-src 'none'; child-src 'none'; form-action 'none'\">");
-    if (!stylesheetPath.isEmpty()) {
+    const auto link = [&head](const QString& path) {
         head += QStringLiteral("<link rel=\"stylesheet\" type=\"text/css\" href=\"%1\">")
-                    .arg(QUrl::fromLocalFile(stylesheetPath).toString().toHtmlEscaped());
+                    .arg(QUrl::fromLocalFile(path).toString().toHtmlEscaped());
+    };
+    if (!stylesheetPath.isEmpty()) {
+        const QString layout = QFileInfo(stylesheetPath).dir().filePath(kLayoutStylesheet);
+        if (QFileInfo::exists(layout))
+            link(layout);
+        link(stylesheetPath);
     }
-    return QStringLiteral("<html data-lumora-editor=\"%1\"><head>%2</head>"
-                          "<body contenteditable=\"true\"></body></html>")
+    return QStringLiteral(
+               "<html data-lumora-editor=\"%1\"><head>%2</head>"
+               "<body class=\"conTable lumPage\" contenteditable=\"true\"></body></html>")
         .arg(shell)
         .arg(head);
 }
@@ -154,21 +169,21 @@ void HtmlEditor::onShellReady(int shell) {
 void HtmlEditor::applyPendingContent() {
     m_contentPending = false;
     const int generation = m_generation;
-    m_page->runJavaScript(callScript(QStringLiteral("setBody"),
-                                     {m_bodyHtml, generation, m_reportsFormatState}),
-                          QWebEngineScript::MainWorld, [this, generation](const QVariant& set) {
-                              if (generation != m_generation) {
-                                  return;
-                              }
-                              if (!set.toBool()) {
-                                  // The document went away underneath (a new shell is
-                                  // loading); its announcement brings the content.
-                                  m_contentPending = true;
-                                  return;
-                              }
-                              m_loaded = true;
-                              emit loaded();
-                          });
+    m_page->runJavaScript(
+        callScript(QStringLiteral("setBody"), {m_bodyHtml, generation, m_reportsFormatState}),
+        QWebEngineScript::MainWorld, [this, generation](const QVariant& set) {
+            if (generation != m_generation) {
+                return;
+            }
+            if (!set.toBool()) {
+                // The document went away underneath (a new shell is
+                // loading); its announcement brings the content.
+                m_contentPending = true;
+                return;
+            }
+            m_loaded = true;
+            emit loaded();
+        });
 }
 
 void HtmlEditor::onContentPushed(int generation, const QString& html) {

@@ -26,8 +26,9 @@ class HtmlEditor : public QWidget {
     ~HtmlEditor() override;
 
     // Shows editor-form content (absolute local media paths, activity placeholder images)
-    // with the module's stylesheet attached. baseFolder is the module folder; relative and
-    // absolute local paths load from it. Does not emit contentChanged.
+    // with the module's stylesheet attached, after the player's layout stylesheet beside it
+    // when there is one, as the module's pages load them. baseFolder is the module folder;
+    // relative and absolute local paths load from it. Does not emit contentChanged.
     void setContent(const QString& editorHtml, const QString& stylesheetPath,
                     const QString& baseFolder);
 
