@@ -3,6 +3,7 @@
 
 #include "base/TextUtil.h"
 #include "content/Normalize.h"
+#include "content/Validation.h"
 
 namespace lumora {
 
@@ -21,10 +22,21 @@ std::string getNumberedQuestionText(const CourseModule& module, std::size_t inde
 
 std::vector<std::string> questionListTexts(const CourseModule& module) {
     std::vector<std::string> texts;
+    for (std::size_t i : listedQuestions(module))
+        texts.push_back(getNumberedQuestionText(module, i));
+    return texts;
+}
+
+std::vector<std::size_t> listedQuestions(const CourseModule& module) {
+    std::vector<std::size_t> items;
     for (std::size_t i = 0; i < module.questions.size(); ++i)
         if (!module.questions[i].questionText.empty())
-            texts.push_back(getNumberedQuestionText(module, i));
-    return texts;
+            items.push_back(i);
+    return items;
+}
+
+std::string flagOfCheckBox(bool checked) {
+    return checkStateToFlag(checked ? 1 : 0);
 }
 
 std::string mainCaption(const CourseModule& module) {

@@ -16,6 +16,12 @@ std::string getNumberedQuestionText(const CourseModule& module, std::size_t inde
 
 // lstQAndA's entries: every item but those whose question text is empty.
 std::vector<std::string> questionListTexts(const CourseModule& module);
+// The items those entries stand for, in order.
+std::vector<std::size_t> listedQuestions(const CourseModule& module);
+
+// The flag text a ticked or cleared check box stores ("true" / "false"): checkStateToFlag
+// counts in the classic check states, where a ticked box is 1 (Qt's Checked is 2).
+std::string flagOfCheckBox(bool checked);
 
 // The caption of the main form for the open module.
 std::string mainCaption(const CourseModule& module);

@@ -1,7 +1,8 @@
 // frmMain: the one authoring form. It holds no module data of its own: every field shows the
 // session's module and every edit is written straight back into it. This file declares the
 // form; its parts are built in MainFormWidgets.cpp, filled in MainFormLists.cpp, laid out in
-// MainFormLayout.cpp, and the open module's life (new, open, save, exit) is MainForm.cpp.
+// MainFormLayout.cpp, its item lists' buttons are MainFormItems.cpp and MainFormQuestions.cpp,
+// and the open module's life (new, open, save, exit) is MainForm.cpp.
 #pragma once
 
 #include "forms/FormDialogs.h"
@@ -26,6 +27,7 @@ class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
 class QMenu;
 class QPlainTextEdit;
 class QPushButton;
@@ -40,7 +42,9 @@ inline constexpr const char* kGeometryKey = "mainWindow/geometry";
 
 class AboutForm;
 class HtmlEditor;
+class OptionForm;
 class Session;
+struct QuestionOption;
 
 class MainForm : public QMainWindow {
     Q_OBJECT
@@ -141,6 +145,37 @@ class MainForm : public QMainWindow {
     void btnQFontSizeUp_Click();
     void btnQFontSizeDown_Click();
 
+    // --- the item lists (MainFormItems.cpp, MainFormQuestions.cpp) ---
+    // The glossary tab shown with the current term selected in lstTerms and in its fields.
+    void showCurrentTerm();
+    // The questions tab shown with the current item selected in lstQAndA and in the question
+    // editor with its options.
+    void showCurrentItem();
+    void btnAddPage_Click();
+    void btnRemovePage_Click();
+    void btnUpPage_Click();
+    void btnDownPage_Click();
+    void btnAddTerm_Click();
+    void btnRemoveTerm_Click();
+    void btnAddQuestion_Click();
+    void btnRemoveQuestion_Click();
+    void btnUpQuestion_Click();
+    void btnDownQuestion_Click();
+    void btnSubmit_Click();
+    void btnAddOption_Click();
+    void btnEditOption_Click();
+    void btnRemoveOption_Click();
+    void btnUpOption_Click();
+    void btnDownOption_Click();
+    void lstOptions_DblClick();
+    // A key released in one of the four item lists; the Delete key (46) removes the selection.
+    void lstPages_KeyUp(int keyCode);
+    void lstQAndA_KeyUp(int keyCode);
+    void lstOptions_KeyUp(int keyCode);
+    void lstTerms_KeyUp(int keyCode);
+    // The option editor while it is open (it is modeless), else null.
+    OptionForm* optionForm() const;
+
     // The open viewers and dialogs, for the program's shutdown and for tests.
     PreviewForm* previewForm() const { return frmPreview_; }
     HelpForm* helpForm() const { return frmHelp_; }
@@ -188,15 +223,31 @@ class MainForm : public QMainWindow {
     void lessonEditorChanged(const QString& bodyHtml);
     void questionEditorChanged(const QString& bodyHtml);
     void txtLessonEdit_Change();
+    std::string sourceText() const;
     void txtModuleTitle_Change(const QString& text);
     void txtCopyright_Change(const QString& text);
     void txtPageTitle_Change(const QString& text);
     void txtTerm_Change(const QString& text);
     void txtDefinition_Change();
+    QString definitionText() const;
     void lstQuestionType_Click(int index);
     void chkShuffleOptions_Click(bool checked);
     void chkShuffleQuestions_Click(bool checked);
     void storePageContent(int page, const std::string& html);
+    // MainFormItems.cpp
+    void connectItemLists();
+    // The module index of the item selected in lstQAndA, -1 for none. Items without text are
+    // not listed, so rows and indices part after such an item.
+    int selectedItem() const;
+    int rowOfItem(int item) const;
+    // lstQAndA's entry for `item` follows its text; an item listed for the first time gets one.
+    void showItemEntry(int item);
+    // MainFormQuestions.cpp
+    void showOptionRow(QListWidgetItem* row, const QuestionOption& option);
+    void refreshOptionRow(int option);
+    void openOptionForm();
+    void txtRationale_Change(const QString& text);
+    void txtNumberToAsk_Change();
     // MainForm.cpp
     void newModule(const char* type);
     bool saveWith(bool scorm);
@@ -291,6 +342,7 @@ class MainForm : public QMainWindow {
     QPointer<HelpForm> frmHelp_;
     QPointer<FindForm> frmFind_;
     QPointer<FontForm> frmFont_;
+    QPointer<OptionForm> frmLOption_;
 };
 
 } // namespace lumora

@@ -8,6 +8,7 @@
 #include "content/Validation.h"
 #include "forms/editor/HtmlEditor.h"
 #include "forms/main/ListTexts.h"
+#include "forms/main/OptionForm.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -58,6 +59,9 @@ void MainForm::resetPage() {
     if (justLoaded) {
         setActiveEditor(QString());
         lessonEditorPage_ = questionEditorItem_ = -1;
+        // The option editor worked on the module that is gone.
+        if (frmLOption_)
+            frmLOption_->close();
     } else {
         saveEditorContent(activeEditor_);
     }
@@ -180,7 +184,13 @@ void MainForm::lessonEditorChanged(const QString& bodyHtml) {
 void MainForm::txtLessonEdit_Change() {
     if (filling_)
         return;
-    storePageContent(session_.CurrentPage, txtLessonEdit_->toPlainText().toStdString());
+    storePageContent(session_.CurrentPage, sourceText());
+}
+
+std::string MainForm::sourceText() const {
+    // Content keeps its lines ending in CR LF, as the design view and the page files have them.
+    QString text = txtLessonEdit_->toPlainText();
+    return text.replace("\r\n", "\n").replace("\n", "\r\n").toStdString();
 }
 
 void MainForm::txtPageTitle_Change(const QString& text) {
@@ -197,20 +207,32 @@ void MainForm::txtPageTitle_Change(const QString& text) {
 // --- questions -----------------------------------------------------------------------------
 
 void MainForm::setQAndAList() {
-    fillList(lstQAndA_, questionListTexts(session_.module));
-    if (session_.CurrentItem < lstQAndA_->count()) {
-        selectRow(lstQAndA_, session_.CurrentItem);
+    {
+        QSignalBlocker block(lstQAndA_);
+        lstQAndA_->clear();
+        // Each row knows its item: rows and items part after an item without text.
+        for (std::size_t item : listedQuestions(session_.module)) {
+            auto* row = new QListWidgetItem(qs(getNumberedQuestionText(session_.module, item)));
+            row->setData(Qt::UserRole, static_cast<int>(item));
+            lstQAndA_->addItem(row);
+        }
+    }
+    const int row = rowOfItem(session_.CurrentItem);
+    if (row >= 0) {
+        selectRow(lstQAndA_, row);
         lstQAndA_Click();
     } else {
-        clearQuestionEditor();
+        // The current item has no row yet (a new one, still without text): it is shown all
+        // the same, so the author can write it.
+        fillQuestionEditor();
     }
 }
 
 void MainForm::lstQAndA_Click() {
-    int row = lstQAndA_->currentRow();
-    if (row < 0)
+    const int item = selectedItem();
+    if (item < 0)
         return;
-    session_.CurrentItem = static_cast<std::int16_t>(row);
+    session_.CurrentItem = static_cast<std::int16_t>(item);
     fillQuestionEditor();
 }
 
@@ -239,6 +261,8 @@ void MainForm::fillQuestionEditor() {
     chkShuffleOptions_->setChecked(flagToBool(q.shuffleDistractors));
     filling_ = false;
     setOptionsList();
+    if (frmLOption_)
+        frmLOption_->resetPage();
 }
 
 void MainForm::clearQuestionEditor() {
@@ -254,17 +278,6 @@ void MainForm::clearQuestionEditor() {
     filling_ = false;
 }
 
-void MainForm::setOptionsList() {
-    std::vector<std::string> texts;
-    const auto& questions = session_.module.questions;
-    if (session_.CurrentItem >= 0 && session_.CurrentItem < static_cast<int>(questions.size()))
-        for (const QuestionOption& option : questions[session_.CurrentItem].options)
-            texts.push_back(option.txtDisplay);
-    fillList(lstOptions_, texts);
-    if (session_.CurrentOption < lstOptions_->count())
-        selectRow(lstOptions_, session_.CurrentOption);
-}
-
 void MainForm::questionEditorChanged(const QString& bodyHtml) {
     if (!questionEditorReady_)
         return;
@@ -278,8 +291,7 @@ void MainForm::questionEditorChanged(const QString& bodyHtml) {
         return;
     session_.setQuestionText(static_cast<std::size_t>(item), normalized);
     // The list follows the typing.
-    if (QListWidgetItem* entry = lstQAndA_->item(item))
-        entry->setText(qs(getNumberedQuestionText(session_.module, item)));
+    showItemEntry(item);
 }
 
 void MainForm::lstQuestionType_Click(int index) {
@@ -293,13 +305,12 @@ void MainForm::chkShuffleOptions_Click(bool checked) {
     auto& questions = session_.module.questions;
     if (session_.CurrentItem < 0 || session_.CurrentItem >= static_cast<int>(questions.size()))
         return;
-    questions[session_.CurrentItem].shuffleDistractors =
-        checkStateToFlag(checked ? Qt::Checked : Qt::Unchecked);
+    questions[session_.CurrentItem].shuffleDistractors = flagOfCheckBox(checked);
     session_.markChanged();
 }
 
 void MainForm::chkShuffleQuestions_Click(bool checked) {
-    session_.module.shuffleEvalQuestions = checkStateToFlag(checked ? Qt::Checked : Qt::Unchecked);
+    session_.module.shuffleEvalQuestions = flagOfCheckBox(checked);
     session_.markChanged();
 }
 
@@ -335,8 +346,14 @@ void MainForm::lstTerms_Click() {
         return;
     session_.CurrentTerm = static_cast<std::int16_t>(row);
     filling_ = true;
-    txtTerm_->setText(qs(glossary[row].term));
-    txtDefinition_->setPlainText(qs(glossary[row].definition));
+    // A field that already shows the text is left alone: the definition's own change refills
+    // the list, and the caret stays where the author types.
+    const QString term = qs(glossary[row].term);
+    if (txtTerm_->text() != term)
+        txtTerm_->setText(term);
+    const QString definition = qs(glossary[row].definition);
+    if (definitionText() != definition)
+        txtDefinition_->setPlainText(definition);
     filling_ = false;
 }
 
@@ -358,11 +375,15 @@ void MainForm::txtDefinition_Change() {
     const int term = session_.CurrentTerm;
     if (term < 0 || term >= static_cast<int>(glossary.size()))
         return;
+    glossary[term].definition = definitionText().toStdString();
+    setTermList();
+    session_.markChanged();
+}
+
+QString MainForm::definitionText() const {
     // The definition keeps its line breaks as CR LF, as the module files hold them.
     QString text = txtDefinition_->toPlainText();
-    text.replace("\r\n", "\n").replace("\n", "\r\n");
-    glossary[term].definition = text.toStdString();
-    session_.markChanged();
+    return text.replace("\r\n", "\n").replace("\n", "\r\n");
 }
 
 // --- the editors ---------------------------------------------------------------------------
@@ -372,7 +393,7 @@ void MainForm::saveEditorContent(const QString& editorName) {
         if (lessonEditorReady_)
             storePageContent(lessonEditorPage_, dhtmlLessonEdit_->bodyHtml().toStdString());
     } else if (editorName == "txtLessonEdit") {
-        storePageContent(session_.CurrentPage, txtLessonEdit_->toPlainText().toStdString());
+        storePageContent(session_.CurrentPage, sourceText());
     } else if (editorName == "dhtmlQuestionEdit") {
         if (questionEditorReady_)
             questionEditorChanged(dhtmlQuestionEdit_->bodyHtml());

@@ -1,8 +1,8 @@
 // Builds the main form's menus, header and tabs with the system's names, captions, tooltips
 // and mnemonics. The Edit menu and the formatting rows are built with the editing commands
-// (MainFormEditing.cpp). Commands whose behaviour belongs to later work (colour scheme, item
-// operations, the choosers) exist here with their captions, disabled, so the form already has
-// its final shape.
+// (MainFormEditing.cpp). The item buttons are connected with the item operations
+// (MainFormItems.cpp); commands whose behaviour belongs to later work (colour scheme, the
+// choosers) exist here with their captions, disabled, so the form already has its final shape.
 #include "forms/main/MainForm.h"
 
 #include "forms/editor/HtmlEditor.h"
@@ -24,6 +24,8 @@
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
+
+#include <limits>
 
 namespace lumora {
 
@@ -57,7 +59,7 @@ QPushButton* button(QWidget* parent, const char* name, const QString& caption,
     return b;
 }
 
-// Buttons whose handlers come with the item operations and formatting work.
+// Buttons that are enabled where their handlers are connected.
 QPushButton* laterButton(QWidget* parent, const char* name, const QString& caption,
                          const QString& tip = {}) {
     QPushButton* b = button(parent, name, caption, tip);
@@ -255,7 +257,7 @@ QWidget* MainForm::buildQuestionsTab() {
     dhtmlQuestionEdit_ = named(new HtmlEditor(frameQuestion_), "dhtmlQuestionEdit");
     auto* btnSubmit = button(frameQuestion_, "btnSubmit", "Save",
                              "Save the current question text and update the question listing");
-    connect(btnSubmit, &QPushButton::clicked, this, &MainForm::setQAndAList);
+    connect(btnSubmit, &QPushButton::clicked, this, &MainForm::btnSubmit_Click);
     auto* questionRow = new QHBoxLayout;
     questionRow->addWidget(label(frameQuestion_, "lblQuestion", "Question", dhtmlQuestionEdit_));
     questionRow->addWidget(buildFormatBar(frameQuestion_, true), 1);
@@ -274,14 +276,10 @@ QWidget* MainForm::buildQuestionsTab() {
               "Shuffle the order of options for this question");
     txtRationale_ = named(new QLineEdit(frameQuestion_), "txtRationale",
                           "Enter an explanation of the answer for this question");
-    // The rationale and the number to ask are edited with the questions tab's own work;
-    // until then they show the module without changing it.
-    txtRationale_->setReadOnly(true);
     lblRationale_ = label(frameQuestion_, "lblRationale", "Rationale", txtRationale_);
     txtNumberToAsk_ = named(new QLineEdit(frameQuestion_), "txtNumberToAsk",
                             "Set the number of questions to ask- must be less than or equal to "
                             "the number of available questions");
-    txtNumberToAsk_->setReadOnly(true);
     txtNumberToAsk_->setMaximumWidth(80);
     lblNumberToAsk_ = label(frameQuestion_, "lblNumberToAsk", "Number to Ask", txtNumberToAsk_);
 
@@ -369,6 +367,14 @@ void MainForm::connectFields() {
     connect(lstQuestionType_, &QComboBox::activated, this, &MainForm::lstQuestionType_Click);
     connect(chkShuffleOptions_, &QCheckBox::clicked, this, &MainForm::chkShuffleOptions_Click);
     connect(chkShuffleQuestions_, &QCheckBox::clicked, this, &MainForm::chkShuffleQuestions_Click);
+    connect(txtRationale_, &QLineEdit::textEdited, this, &MainForm::txtRationale_Change);
+    // Every change, typed, pasted or undone, is checked at once.
+    connect(txtNumberToAsk_, &QLineEdit::textChanged, this, &MainForm::txtNumberToAsk_Change);
+    // A field takes as much text as the module files do.
+    for (QLineEdit* field :
+         {txtModuleTitle_, txtCopyright_, txtPageTitle_, txtTerm_, txtRationale_})
+        field->setMaxLength(std::numeric_limits<int>::max());
+    connectItemLists();
 
     connect(dhtmlLessonEdit_, &HtmlEditor::contentChanged, this, &MainForm::lessonEditorChanged);
     connect(dhtmlQuestionEdit_, &HtmlEditor::contentChanged, this,

@@ -1,0 +1,123 @@
+// Whatever the author types into the fields of the main form and the option editor comes back
+// from the files as it was typed, and the saved scripts run in the player with those texts.
+#include "AuthoringFixture.h"
+
+#include "forms/main/OptionForm.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QWebEnginePage>
+
+namespace lumora::testing {
+namespace {
+
+// Texts that have broken script literals, markup and long lines; each field gets its own.
+QString awkward(int field) {
+    static const QString kTexts[] = {
+        "Quote \" 'single' back\\slash \\\" and a last \\",
+        "</script><script>alert(1)</script> <b>bold</b> &amp; & \\n \\u0041",
+        QString::fromUtf8("Emoji \xF0\x9F\x98\x80 \xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x92\xBB "
+                          "\xC3\xBC \xE2\x80\xA8 line separator"),
+    };
+    if (field == 3)
+        return QString(100000, QChar('w')) + "\\";
+    return kTexts[field % 3] + QString(" #%1").arg(field);
+}
+
+// Pastes into a field: one change, with every character as it is.
+void paste(QLineEdit* field, const QString& text) {
+    field->selectAll();
+    field->insert(text);
+}
+
+class BadInputTest : public AuthoringTest {
+  protected:
+    // The values the player's scripts hold once the saved lesson's frameset has run them.
+    QJsonArray playerValues() {
+        QWebEnginePage page;
+        QSignalSpy loaded(&page, &QWebEnginePage::loadFinished);
+        page.load(QUrl::fromLocalFile(
+            QString::fromStdString(moduleFile("Course1", "lessonframeset.html").string())));
+        EXPECT_TRUE(loaded.wait(kWaitMs));
+        QVariant result;
+        bool done = false;
+        page.runJavaScript("JSON.stringify([modTitle, copyright,"
+                           " objLessonModule.pages.map(p => p.title),"
+                           " arrDefObjects.map(t => [t.term, t.definition]),"
+                           " arrActObjects.map(q => [q.actQuestion, q.actRationale,"
+                           "   q.actDistractors.map(o => o.txtDisplay)])])",
+                           [&](const QVariant& v) {
+                               result = v;
+                               done = true;
+                           });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kWaitMs));
+        return QJsonDocument::fromJson(result.toString().toUtf8()).array();
+    }
+};
+
+TEST_F(BadInputTest, TypedTextsComeBackFromTheFilesAndRunInThePlayer) {
+    open(kLesson);
+    paste(control<QLineEdit>(form, "txtModuleTitle"), awkward(0));
+    paste(control<QLineEdit>(form, "txtCopyright"), awkward(1));
+    paste(control<QLineEdit>(form, "txtPageTitle"), awkward(2));
+    auto* source = control<QPlainTextEdit>(form, "txtLessonEdit");
+    control<QTabWidget>(form, "tabLessonPage")->setCurrentIndex(1);
+    source->setFocus();
+    source->appendPlainText("<P>" + awkward(1).toHtmlEscaped() + "</P>");
+
+    showTab(2);
+    select("lstTerms", 1);
+    paste(control<QLineEdit>(form, "txtTerm"), awkward(3));
+    auto* definition = control<QPlainTextEdit>(form, "txtDefinition");
+    definition->selectAll();
+    definition->insertPlainText(awkward(0) + "\n" + awkward(2) + "\n" + awkward(1));
+
+    showTab(1);
+    select("lstQAndA", 0);
+    typeInEditor("dhtmlQuestionEdit", awkward(2), [&] {
+        return containsText(session.module.questions[0].questionText, "line separator");
+    });
+    paste(control<QLineEdit>(form, "txtRationale"), awkward(0));
+    select("lstOptions", 0);
+    click("btnEditOption");
+    auto* display = control<QLineEdit>(form->optionForm(), "txtDisplay");
+    display->selectAll();
+    display->insert(awkward(3)); // typed by the author: the editor follows it
+    EXPECT_EQ(session.module.questions[0].options[0].txtDisplay, awkward(3).toStdString());
+
+    const CourseModule typed = session.module;
+    menu("mnuSave")->trigger();
+    EXPECT_TRUE(prompt.messages.empty()) << prompt.last()->text;
+    reopen();
+    const CourseModule& back = session.module;
+    EXPECT_EQ(back.modTitle, typed.modTitle);
+    EXPECT_EQ(back.copyright, typed.copyright);
+    EXPECT_EQ(back.pages[0].title, typed.pages[0].title);
+    // The page file ends the content's last line with a line break.
+    EXPECT_EQ(back.pages[0].content, typed.pages[0].content + "\r\n");
+    EXPECT_EQ(back.glossary[1].term, typed.glossary[1].term);
+    EXPECT_EQ(back.glossary[1].definition, typed.glossary[1].definition);
+    EXPECT_EQ(back.questions[0].questionText, typed.questions[0].questionText);
+    EXPECT_EQ(back.questions[0].rationale, typed.questions[0].rationale);
+    EXPECT_EQ(back.questions[0].options[0].txtDisplay, typed.questions[0].options[0].txtDisplay);
+    EXPECT_EQ(control<QLineEdit>(form, "txtModuleTitle")->text(), awkward(0));
+
+    // The player reads the same texts from the scripts, a definition's lines joined by LF.
+    const QJsonArray player = playerValues();
+    ASSERT_EQ(player.size(), 5);
+    EXPECT_EQ(player[0].toString(), awkward(0));
+    EXPECT_EQ(player[1].toString(), awkward(1));
+    EXPECT_EQ(player[2].toArray()[0].toString(), awkward(2));
+    EXPECT_EQ(player[3].toArray()[1].toArray()[0].toString(), awkward(3));
+    EXPECT_EQ(player[3].toArray()[1].toArray()[1].toString(),
+              QString::fromStdString(typed.glossary[1].definition).replace("\r\n", "\n"));
+    const QJsonArray activity = player[4].toArray()[0].toArray();
+    EXPECT_EQ(activity[0].toString().toStdString(), typed.questions[0].questionText);
+    EXPECT_EQ(activity[1].toString(), awkward(0));
+    EXPECT_EQ(activity[2].toArray()[0].toString(), awkward(3));
+}
+
+} // namespace
+} // namespace lumora::testing
