@@ -2,6 +2,7 @@
 
 #include "content/ContentForms.h"
 #include "content/ListOps.h"
+#include "content/ScriptLiterals.h"
 #include "content/Validation.h"
 #include "storage/LmsFiles.h"
 #include "storage/ModuleLoader.h"
@@ -119,6 +120,7 @@ void Session::SaveModule() {
     WriteLmsFiles(module);
     ModuleChanged = false;
     warnIfProgressTooLong();
+    warnAboutBreakingTexts(module, contentPaths(), prompt);
 }
 
 void Session::warnIfProgressTooLong() {

@@ -68,8 +68,9 @@ class Session {
     bool LoadModule();
 
     // Drops blank questions, warns about questions with a wrong number of correct options,
-    // writes the files of the module's type and clears ModuleChanged. FileError on failure,
-    // with ModuleChanged left as it was; a read-only file fails it before anything is written.
+    // writes the files of the module's type, clears ModuleChanged, and warns about texts the
+    // scripts cannot carry. FileError on failure, with ModuleChanged left as it was; a read-only
+    // file fails it before anything is written.
     void SaveModule();
 
     // Tells the author when a Lesson's folder holds page files that are not its pages (a
