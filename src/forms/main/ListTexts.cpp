@@ -35,6 +35,10 @@ std::vector<std::size_t> listedQuestions(const CourseModule& module) {
     return items;
 }
 
+std::string definitionForField(const std::string& definition) {
+    return replaceAll(replaceAll(definition, "\r\n", "\n"), "\\n", "\n");
+}
+
 std::string flagOfCheckBox(bool checked) {
     return checkStateToFlag(checked ? 1 : 0);
 }

@@ -19,6 +19,11 @@ std::vector<std::string> questionListTexts(const CourseModule& module);
 // The items those entries stand for, in order.
 std::vector<std::size_t> listedQuestions(const CourseModule& module);
 
+// A definition as its field shows it, lines ending in LF. Its line breaks come back from the
+// module files as the two characters \n, which the player's script reads as a line break:
+// the field shows them as one too, and the next save writes them the same way.
+std::string definitionForField(const std::string& definition);
+
 // The flag text a ticked or cleared check box stores ("true" / "false"): checkStateToFlag
 // counts in the classic check states, where a ticked box is 1 (Qt's Checked is 2).
 std::string flagOfCheckBox(bool checked);

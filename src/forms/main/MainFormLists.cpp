@@ -334,7 +334,7 @@ void MainForm::setTermList() {
     filling_ = true;
     if (current >= 0 && current < static_cast<int>(glossary.size())) {
         txtTerm_->setText(qs(glossary[current].term));
-        txtDefinition_->setPlainText(qs(glossary[current].definition));
+        txtDefinition_->setPlainText(qs(definitionForField(glossary[current].definition)));
     }
     filling_ = false;
 }
@@ -351,8 +351,8 @@ void MainForm::lstTerms_Click() {
     const QString term = qs(glossary[row].term);
     if (txtTerm_->text() != term)
         txtTerm_->setText(term);
-    const QString definition = qs(glossary[row].definition);
-    if (definitionText() != definition)
+    const QString definition = qs(definitionForField(glossary[row].definition));
+    if (txtDefinition_->toPlainText() != definition)
         txtDefinition_->setPlainText(definition);
     filling_ = false;
 }
