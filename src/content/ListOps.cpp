@@ -21,6 +21,36 @@ std::string activityNumberSearch(int n) {
     return "QAndAStart.gif\">" + std::to_string(n) + "<IMG";
 }
 
+// Every reference to activity k, deleted < k <= count, becomes k-1, in one pass over the page.
+// The same as replacing k by k-1 for each k in increasing order (where a reference just
+// renumbered is never met again), without a pass over the page for every later activity.
+std::string renumberActivitiesAfter(const std::string& html, int deleted, int count) {
+    static const std::string kStart = "QAndAStart.gif\">";
+    static const std::string kEnd = "<IMG";
+    std::string out;
+    out.reserve(html.size());
+    std::size_t from = 0;
+    for (std::size_t at = html.find(kStart); at != std::string::npos; at = html.find(kStart, at)) {
+        const std::size_t digits = at + kStart.size();
+        std::size_t end = digits;
+        while (end < html.size() && end - digits < 6 && html[end] >= '0' && html[end] <= '9')
+            ++end;
+        at = digits;
+        if (end == digits || html.compare(end, kEnd.size(), kEnd) != 0)
+            continue;
+        const std::string number = html.substr(digits, end - digits);
+        const int k = std::stoi(number);
+        // Only the plain decimal text of a number is a reference to it.
+        if (k <= deleted || k > count || number != std::to_string(k))
+            continue;
+        out.append(html, from, digits - from);
+        out += std::to_string(k - 1);
+        from = end;
+    }
+    out.append(html, from, std::string::npos);
+    return out;
+}
+
 void noSelection(const ListContext& ctx) {
     ctx.prompt.message("No item is selected", "Error", Icon::Critical, Buttons::OK);
 }
@@ -165,11 +195,7 @@ void deleteQuestion(const ListContext& ctx, std::size_t i) {
     const std::string placeholder = activityPlaceholder(ctx.paths, deleted);
     for (LessonPage& page : m.pages) {
         std::string html = replaceAll(std::move(page.content), placeholder, "");
-        // Increasing order: a reference just renumbered to k-1 is never met again.
-        for (int k = deleted + 1; k <= static_cast<int>(oldCount); ++k)
-            html =
-                replaceAll(std::move(html), activityNumberSearch(k), activityNumberSearch(k - 1));
-        page.content = std::move(html);
+        page.content = renumberActivitiesAfter(html, deleted, static_cast<int>(oldCount));
     }
 }
 

@@ -176,6 +176,30 @@ TEST_F(ListOps, DeletingAnActivityRemovesItsPlaceholdersAndRenumbersLaterOnes) {
     EXPECT_EQ(state.CurrentItem, 1);
 }
 
+// Only plain numbers of later activities up to the old count are references that move down;
+// a number written otherwise, or past the count, is text the renumbering leaves alone.
+TEST_F(ListOps, RenumberingAfterADeleteTouchesOnlyReferencesToLaterActivities) {
+    const std::string start = "QAndAStart.gif\">";
+    const struct {
+        std::string before, after;
+    } cases[] = {
+        {start + "3<IMG" + start + "4<IMG", start + "2<IMG" + start + "3<IMG"},
+        {start + "1<IMG", start + "1<IMG"},
+        {start + "5<IMG", start + "5<IMG"},   // past the old count of four
+        {start + "03<IMG", start + "03<IMG"}, // not the plain text of 3
+        {start + "3 <IMG" + start + "3", start + "3 <IMG" + start + "3"},
+        {start + start + "4<IMG", start + start + "3<IMG"},
+        {start + "99999999999<IMG", start + "99999999999<IMG"},
+    };
+    for (const auto& c : cases) {
+        giveQuestions(4);
+        givePages({c.before});
+        prompt.answer(Answer::Yes);
+        deleteListItem(lists(), "lstQAndA", 1);
+        EXPECT_EQ(content(0), c.after) << c.before;
+    }
+}
+
 TEST_F(ListOps, DeletingQuestionsOutsideALessonLeavesPageContentAlone) {
     state.module.moduleType = kEvaluation;
     giveQuestions(2);
