@@ -21,7 +21,7 @@ constexpr int kTerms = 500;
 
 class YesPrompt : public Prompt {
   public:
-    Answer message(const std::string&, const std::string&, Icon, Buttons) override {
+    Answer message(const std::string&, const std::string&, Icon, Buttons, Answer) override {
         return Answer::Yes;
     }
     std::optional<std::string> input(const std::string&, const std::string&,

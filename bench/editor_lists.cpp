@@ -27,8 +27,8 @@ namespace fs = std::filesystem;
 
 class YesPrompt : public lumora::Prompt {
   public:
-    lumora::Answer message(const std::string&, const std::string&, lumora::Icon,
-                           lumora::Buttons) override {
+    lumora::Answer message(const std::string&, const std::string&, lumora::Icon, lumora::Buttons,
+                           lumora::Answer) override {
         return lumora::Answer::Yes;
     }
     std::optional<std::string> input(const std::string&, const std::string&,
