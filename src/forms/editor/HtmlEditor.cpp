@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -59,12 +60,14 @@ QWebEngineScript mainWorldScript(const QString& name, const QString& source) {
 // script elements stay text. Our own scripts are injected by the view and are not affected.
 // A module's pages load the player's layout stylesheet and then the module's own, and their
 // body carries the class the module's content colours are given by; the editor's document
-// does the same, so the content looks as it will in the course.
-QString shellHtml(int shell, const QString& stylesheetPath) {
-    QString head = QStringLiteral(
-        "<meta charset=\"utf-8\">"
-        "<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
-        "object-src 'none'; frame-src 'none'; child-src 'none'; form-action 'none'\">");
+// does the same, so the content looks as it will in the course. The title is what a screen
+// reader announces for the document: the editor's name.
+QString shellHtml(int shell, const QString& stylesheetPath, const QString& title) {
+    QString head =
+        QStringLiteral("<meta charset=\"utf-8\"><title>") + title.toHtmlEscaped() +
+        QStringLiteral("</title><meta http-equiv=\"Content-Security-Policy\" content=\"script-src "
+                       "'none'; object-src 'none'; frame-src 'none'; child-src 'none'; "
+                       "form-action 'none'\">");
     const auto link = [&head](const QString& path) {
         head += QStringLiteral("<link rel=\"stylesheet\" type=\"text/css\" href=\"%1\">")
                     .arg(QUrl::fromLocalFile(path).toString().toHtmlEscaped());
@@ -78,8 +81,7 @@ QString shellHtml(int shell, const QString& stylesheetPath) {
     return QStringLiteral(
                "<html data-lumora-editor=\"%1\"><head>%2</head>"
                "<body class=\"conTable lumPage\" contenteditable=\"true\"></body></html>")
-        .arg(shell)
-        .arg(head);
+        .arg(QString::number(shell), head);
 }
 
 } // namespace
@@ -126,6 +128,12 @@ HtmlEditor::HtmlEditor(QWidget* parent) : QWidget(parent) {
 
 HtmlEditor::~HtmlEditor() = default;
 
+void HtmlEditor::setEditorName(const QString& name) {
+    // The focus rests inside the web view, so the view carries the name as well.
+    setAccessibleName(name);
+    m_view->setAccessibleName(name);
+}
+
 void HtmlEditor::setContent(const QString& editorHtml, const QString& stylesheetPath,
                             const QString& baseFolder) {
     m_bodyHtml = editorHtml;
@@ -152,7 +160,8 @@ void HtmlEditor::loadShell() {
         base += QLatin1Char('/');
     }
     m_page->expectShellLoad();
-    m_page->setHtml(shellHtml(++m_shell, m_stylesheetPath), QUrl::fromLocalFile(base));
+    m_page->setHtml(shellHtml(++m_shell, m_stylesheetPath, accessibleName()),
+                    QUrl::fromLocalFile(base));
 }
 
 void HtmlEditor::onShellReady(int shell) {
@@ -239,8 +248,29 @@ QString HtmlEditor::callScript(const QString& function, const QVariantList& argu
 
 void HtmlEditor::onFocusChanged(QWidget*, QWidget* now) {
     if (now && (now == m_view || m_view->isAncestorOf(now))) {
+        // The view makes the widget that holds its focus when a document first loads.
+        if (now != m_focusHolder) {
+            m_focusHolder = now;
+            now->installEventFilter(this);
+        }
         emit focusReceived();
     }
+}
+
+bool HtmlEditor::eventFilter(QObject* watched, QEvent* event) {
+    // Tab leaves the editor for the form's next control, as it leaves any other field; the
+    // document would keep it among its own elements.
+    if (watched == m_focusHolder && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool plain =
+            !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+        if (plain && (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab)) {
+            focusNextPrevChild(key->key() == Qt::Key_Tab &&
+                               !(key->modifiers() & Qt::ShiftModifier));
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace lumora

@@ -4,6 +4,7 @@
 // a synchronous read.
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -57,6 +58,10 @@ class HtmlEditor : public QWidget {
 
     QWebEngineView* view() const { return m_view; }
 
+    // What the editor edits ("Page editor"), as screen readers announce it: the accessible name
+    // of the widget and its view, and the title of the document loaded from then on.
+    void setEditorName(const QString& name);
+
     // Whether formatStateChanged is reported (for an editor with a toolbar); off by default,
     // so an editor without one spends nothing on it. Takes effect with the next setContent.
     void setReportsFormatState(bool reports) { m_reportsFormatState = reports; }
@@ -70,6 +75,9 @@ class HtmlEditor : public QWidget {
     void loaded();
     void focusReceived();
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void loadShell();
     void applyPendingContent();
@@ -82,6 +90,7 @@ class HtmlEditor : public QWidget {
     EditorPage* m_page = nullptr;
     QWebChannel* m_channel = nullptr;
     EditorBridge* m_bridge = nullptr;
+    QPointer<QWidget> m_focusHolder; // the view's widget that takes the keys
 
     QString m_bodyHtml;
     QString m_stylesheetPath;

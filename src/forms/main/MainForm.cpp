@@ -62,6 +62,7 @@ MainForm::MainForm(Session& session, QWidget* parent)
     connect(&tmrEgg_, &QTimer::timeout, this, &MainForm::tmrEgg_Timer);
 
     buildStatusBar();
+    makeKeyboardReady();
     letButtonsShrinkToCaptions(this);
 }
 

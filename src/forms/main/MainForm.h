@@ -7,6 +7,7 @@
 
 #include "forms/FormDialogs.h"
 #include "forms/SpellingDialog.h"
+#include "forms/TabChain.h"
 #include "forms/dialogs/FindForm.h"
 #include "forms/dialogs/FontForm.h"
 #include "forms/dialogs/WebViewerForm.h"
@@ -197,6 +198,7 @@ class MainForm : public QMainWindow {
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
   private:
     // MainFormWidgets.cpp
@@ -206,6 +208,9 @@ class MainForm : public QMainWindow {
     QWidget* buildQuestionsTab();
     QWidget* buildGlossaryTab();
     void connectFields();
+    // MainFormKeyboard.cpp
+    void makeKeyboardReady();
+    TabChain tabChain();
     // MainFormEditing.cpp
     QToolBar* buildFormatBar(QWidget* parent, bool questionRow);
     void buildEditMenu();
@@ -343,6 +348,8 @@ class MainForm : public QMainWindow {
     QPointer<FindForm> frmFind_;
     QPointer<FontForm> frmFont_;
     QPointer<OptionForm> frmLOption_;
+
+    TabChain tabChain_ = tabChain();
 };
 
 } // namespace lumora
