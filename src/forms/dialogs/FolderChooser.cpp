@@ -24,6 +24,7 @@ FolderChooser::FolderChooser(Session& session, QWidget* parent)
 
     lstDirectories_ = new QListWidget(this);
     lstDirectories_->setObjectName("lstDirectories");
+    lstDirectories_->setAccessibleName("Folders");
     connect(lstDirectories_, &QListWidget::itemDoubleClicked, this, &FolderChooser::OKButton_Click);
 
     auto* OKButton = new QPushButton("OK", this);

@@ -145,9 +145,12 @@ QString SpellCheckDialog::word() const {
 
 void SpellCheckDialog::showWord() {
     const SpellContext context = run_.context();
+    // The word is marked in the desktop's selection colours, readable under any theme.
+    const QPalette& colours = txtContext_->palette();
     txtContext_->setHtml(qs(context.before).toHtmlEscaped() +
-                         "<span style=\"background-color:#ffe066; color:#9c0000;"
-                         " font-weight:bold\">" +
+                         QString("<span style=\"background-color:%1; color:%2; font-weight:bold\">")
+                             .arg(colours.color(QPalette::Highlight).name(),
+                                  colours.color(QPalette::HighlightedText).name()) +
                          qs(context.word).toHtmlEscaped() + "</span>" +
                          qs(context.after).toHtmlEscaped());
     txtContext_->setAccessibleDescription(qs(context.before + context.word + context.after));

@@ -33,7 +33,8 @@ SplashForm::SplashForm(QWidget* parent)
     layout->addWidget(imgTitle);
     layout->addWidget(imgLogo);
     layout->addWidget(description);
-    setStyleSheet("SplashForm { background: white; border: 1px solid #7a8ca8; }");
+    // The desktop's colours, so the description stays readable under a dark or high-contrast theme.
+    setStyleSheet("SplashForm { background: palette(base); border: 1px solid palette(mid); }");
     setAttribute(Qt::WA_StyledBackground);
     setFixedWidth(480);
 

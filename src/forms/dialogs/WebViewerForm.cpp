@@ -20,6 +20,8 @@ WebViewerForm::WebViewerForm(const QString& formName, const QString& caption,
     setWindowTitle(caption);
     browser_ = new ModuleWebView(this);
     browser_->setObjectName(browserName);
+    // Announced with the document's own title.
+    browser_->setAccessibleName(caption);
     // The layout keeps the browser filling the form; a minimised form keeps its size.
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -60,7 +62,8 @@ void HelpForm::refreshBrowser(const QString& HelpLocation) {
     // No address to open: say so, and link the help that comes with the program. The page is
     // placed in the help's folder so that its link is an ordinary relative one.
     const QString page =
-        "<html><body style=\"font-family: sans-serif; margin: 2em\">"
+        "<html><head><title>Help</title></head><body style=\"font-family: sans-serif; "
+        "margin: 2em\">"
         "<h2>No online help address is set</h2>"
         "<p>Set the address of the online help under <b>File &gt; Settings...</b></p>"
         "<p><a id=offline href=\"lessonFrameset.html\">Show the help that comes with "
