@@ -8,6 +8,7 @@
 #include "base/TextUtil.h"
 #include "content/Colors.h"
 #include "content/MediaInsertion.h"
+#include "forms/PaletteIcons.h"
 #include "forms/dialogs/FindForm.h"
 #include "forms/dialogs/FontForm.h"
 #include "forms/editor/HtmlEditor.h"
@@ -162,7 +163,8 @@ QToolBar* MainForm::buildFormatBar(QWidget* parent, bool questionRow) {
         // Clicking a button leaves the focus, and so the caret, in the editor; Tab reaches it.
         button->setFocusPolicy(Qt::TabFocus);
         if (b.face == Face::Icon) {
-            button->setIcon(QIcon(QString(":/lumora/icons/%1.svg").arg(b.text)));
+            button->setIcon(
+                paletteIcon(QString(":/lumora/icons/%1.svg").arg(b.text), button->palette()));
         } else {
             button->setText(b.text);
             if (b.face != Face::Caption)

@@ -1,8 +1,8 @@
-// The forms as a keyboard and screen reader user meets them. Each form of the table is walked by
-// Tab, as a person walks it: every enabled control on screen must be reached, each with a name
-// a screen reader announces (asked through Qt's accessibility interface), in reading order
-// where the form sets one; no two captions of what is on screen share a mnemonic, and a
-// label's mnemonic moves the focus to its field. The main form's commands carry the usual key
+// The forms as a keyboard and screen reader user meets them, and under a dark theme. Each form of
+// the table is walked by Tab, as a person walks it: every enabled control on screen must be
+// reached, each with a name a screen reader announces (asked through Qt's accessibility interface),
+// in reading order where the form sets one; no two captions of what is on screen share a mnemonic,
+// and a label's mnemonic moves the focus to its field. The main form's commands carry the usual key
 // sequences.
 #include "GuiFixture.h"
 
@@ -29,6 +29,7 @@
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 
 #include <algorithm>
 #include <functional>
@@ -458,6 +459,51 @@ TEST_F(MainFormKeys, CommandsCarryTheStandardKeySequencesAndNoneIsShared) {
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return form->previewForm() && form->previewForm()->isVisible(); }, kWaitMs));
 }
+
+// Under a dark or high-contrast theme the formatting rows' pictures are drawn in the theme's
+// text colour, not in the dark grey they were made in.
+struct Theme {
+    const char* name;
+    QColor button, text;
+};
+
+void PrintTo(const Theme& t, std::ostream* os) {
+    *os << t.name;
+}
+
+class ThemedIcons : public GuiTest, public ::testing::WithParamInterface<Theme> {
+  protected:
+    void TearDown() override {
+        GuiTest::TearDown();
+        QApplication::setPalette(original);
+    }
+    const QPalette original = QApplication::palette();
+};
+
+TEST_P(ThemedIcons, FormattingPicturesTakeTheThemesTextColour) {
+    QPalette palette = original;
+    palette.setColor(QPalette::Button, GetParam().button);
+    palette.setColor(QPalette::ButtonText, GetParam().text);
+    QApplication::setPalette(palette);
+    MainForm* form = openModule("Course", "Lesson");
+    ASSERT_NE(form, nullptr);
+    for (const char* name : {"btnIndentLesson", "btnLeftAlign", "btnFontQ"}) {
+        const QImage picture = control<QToolButton>(form, name)->icon().pixmap(32).toImage();
+        int drawn = 0, otherColour = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (const QColor c = picture.pixelColor(x, y); c.alpha() == 255)
+                    (c.rgb() == GetParam().text.rgb() ? drawn : otherColour)++;
+        EXPECT_TRUE(drawn > 0 && otherColour == 0)
+            << name << ": " << drawn << " pixels in the text colour, " << otherColour
+            << " in another";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, ThemedIcons,
+                         ::testing::Values(Theme{"Dark", QColor("#202020"), QColor("#f0f0f0")},
+                                           Theme{"HighContrast", Qt::black, QColor("#ffff00")}),
+                         [](const auto& param) { return std::string(param.param.name); });
 
 } // namespace
 } // namespace lumora::testing
