@@ -1,9 +1,9 @@
-// The forms as a keyboard and screen reader user meets them, and under a dark theme. Each form of
-// the table is walked by Tab, as a person walks it: every enabled control on screen must be
-// reached, each with a name a screen reader announces (asked through Qt's accessibility interface),
-// in reading order where the form sets one; no two captions of what is on screen share a mnemonic,
-// and a label's mnemonic moves the focus to its field. The main form's commands carry the usual key
-// sequences.
+// The forms as a keyboard and screen reader user meets them. Each form of the table is walked
+// by Tab as a person walks it: every enabled control on screen is reached, each with a name a
+// screen reader announces (asked through Qt's accessibility interface), in reading order where
+// it matters, and Shift+Tab walks back the same way; no two captions on screen share a
+// mnemonic, and a label's mnemonic moves the focus to its field. The main form's commands carry
+// the usual key sequences, and its pictures follow a dark or high-contrast theme.
 #include "GuiFixture.h"
 
 #include "app/Services.h"
@@ -110,8 +110,8 @@ struct Walk {
     QStringList problems; // unnamed controls, controls never reached, a walk that stuck
 };
 
-// Starts at `first` and presses Tab until the focus comes back to where it started.
-Walk walkByTab(QWidget* form, QWidget* first) {
+// Starts at `first` and presses Tab (Shift+Tab) until the focus comes back to where it started.
+Walk walkByTab(QWidget* form, QWidget* first, bool forward = true) {
     Walk walk;
     form->activateWindow();
     if (!QTest::qWaitForWindowActive(form)) {
@@ -131,11 +131,12 @@ Walk walkByTab(QWidget* form, QWidget* first) {
         walk.order << name;
         if (announcedName(focus).isEmpty())
             walk.problems << name + ": no accessible name";
-        QTest::keyClick(focus, Qt::Key_Tab);
+        // A web viewer is one control: Tab walks the links of its document.
+        if (tabStops(form).size() == 1)
+            break;
+        QTest::keyClick(focus, Qt::Key_Tab, forward ? Qt::NoModifier : Qt::ShiftModifier);
         if (!QTest::qWaitFor([&] { return QApplication::focusWidget() != focus; }, kStepMs)) {
-            // A web viewer is one control: Tab walks the links of its document.
-            if (tabStops(form).size() > 1)
-                walk.problems << "Tab stays in " + name;
+            walk.problems << "Tab stays in " + name;
             break;
         }
         focus = QApplication::focusWidget();
@@ -398,6 +399,14 @@ TEST_P(EveryForm, TabReachesEveryControlInReadingOrderEachWithAName) {
             problems << QString("%1 out of reading order").arg(name);
             break;
         }
+    }
+    // Shift+Tab retraces the walk.
+    if (problems.isEmpty()) {
+        QStringList back = walk.order;
+        std::reverse(back.begin() + 1, back.end());
+        const Walk backward = walkByTab(form, first, false);
+        if (backward.order != back)
+            problems << "Shift+Tab walks " + backward.order.join(", ");
     }
     EXPECT_TRUE(problems.isEmpty()) << "walk: " << walk.order.join(", ").toStdString() << "\n"
                                     << problems.join('\n').toStdString();
