@@ -12,11 +12,13 @@
 #include "forms/dialogs/SettingsForm.h"
 #include "forms/dialogs/SpellCheckDialog.h"
 #include "forms/editor/HtmlEditor.h"
+#include "forms/main/OptionForm.h"
 #include "forms/web/ModuleWebView.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -193,6 +195,11 @@ class EveryForm : public GuiTest, public ::testing::WithParamInterface<FormCase>
             main->btnPreview_Click();
         if (form == "Help")
             main->mnuHelpContents_Click();
+        if (form == "OptionEditor") {
+            control<QListWidget>(main, "lstQAndA")->setCurrentRow(0);
+            control<QListWidget>(main, "lstOptions")->setCurrentRow(0);
+            main->btnEditOption_Click();
+        }
         if (form == "About")
             return shown(new AboutForm(session, main));
         if (form == "Settings")
@@ -203,7 +210,8 @@ class EveryForm : public GuiTest, public ::testing::WithParamInterface<FormCase>
             return shown(dialog);
         }
         for (QWidget* opened : std::initializer_list<QWidget*>{
-                 main->findForm(), main->fontForm(), main->previewForm(), main->helpForm()})
+                 main->findForm(), main->fontForm(), main->previewForm(), main->helpForm(),
+                 main->optionForm()})
             if (opened)
                 return shown(opened);
         return main;
@@ -219,16 +227,18 @@ const FormCase kForms[] = {
     {"StartChooser", "", 0, "imgEdit imgNewLesson imgNewEval imgNewSurvey"},
     {"FolderChooser", "", 0, "lstDirectories OKButton CancelButton"},
     {"LessonPages", "Lesson", 0,
-     "txtModuleTitle txtCopyright btnPreview tabMain lstPages txtPageTitle btnBold "
-     "btnUnformatLesson btnInsertImage btnLink tabLessonPage dhtmlLessonEdit"},
+     "txtModuleTitle txtCopyright btnPreview tabMain lstPages btnAddPage btnDownPage "
+     "txtPageTitle btnBold btnUnformatLesson btnInsertImage btnLink tabLessonPage dhtmlLessonEdit"},
     {"LessonPageSource", "Lesson", 0, "txtModuleTitle tabLessonPage txtLessonEdit"},
     {"LessonQAndA", "Lesson", 1,
-     "txtModuleTitle tabMain lstQAndA btnBoldQ btnInsertImageQ btnSubmit dhtmlQuestionEdit "
-     "lstQuestionType chkShuffleOptions lstOptions txtRationale"},
-    {"LessonGlossary", "Lesson", 2, "txtModuleTitle tabMain lstTerms txtTerm txtDefinition"},
+     "txtModuleTitle tabMain lstQAndA btnAddQuestion btnBoldQ btnInsertImageQ btnSubmit "
+     "dhtmlQuestionEdit lstQuestionType chkShuffleOptions lstOptions txtRationale"},
+    {"LessonGlossary", "Lesson", 2,
+     "txtModuleTitle tabMain lstTerms btnAddTerm btnRemoveTerm txtTerm txtDefinition"},
     {"EvaluationQuestions", "Evaluation", 1,
-     "txtModuleTitle lstQAndA btnSubmit dhtmlQuestionEdit lstQuestionType lstOptions "
-     "txtRationale txtNumberToAsk chkShuffleQuestions"},
+     "txtModuleTitle lstQAndA btnAddQuestion btnDownQuestion btnSubmit dhtmlQuestionEdit "
+     "lstQuestionType lstOptions btnAddOption btnEditOption txtRationale txtNumberToAsk "
+     "chkShuffleQuestions"},
     {"SurveyQuestions", "Survey", 1,
      "txtModuleTitle lstQAndA btnSubmit dhtmlQuestionEdit lstQuestionType"},
     {"Find", "Lesson", 0, "txtFind txtReplace chkCase chkWholeWords btnFind btnReplace btnCancel"},
@@ -240,6 +250,7 @@ const FormCase kForms[] = {
     {"SpellCheck", "", 0,
      "txtContext txtChangeTo lstSuggestions cmdChange cmdChangeAll cmdIgnore cmdIgnoreAll "
      "cmdAdd cmdCancel"},
+    {"OptionEditor", "Evaluation", 1, "txtDisplay chkCorrect btnNext btnClose"},
     {"Preview", "Lesson", 0, "wwwPreview"},
     {"Help", "Lesson", 0, "wwwBrowser"},
 };
