@@ -1,5 +1,6 @@
-// The text the editing commands build around a selection: external links and the link text
-// taken from a selection's HTML. Pure string functions; the editors put the results in place.
+// The text the editing commands build around a selection: external and internal links and the
+// link text taken from a selection's HTML. Pure string functions; the editors put the results in
+// place.
 #pragma once
 
 #include <string>
@@ -17,6 +18,12 @@ struct LinkFrame {
 // A blank address becomes "#"; the empty text is the address's file name without its
 // wrapping paragraph. Nothing is escaped.
 LinkFrame linkFrame(const std::string& address);
+
+// The internal links the page link dialog and the term chooser wrap around a selection
+// (pageLinkHTML, termLinkHTML). Made with nothing marked, a link shows the page's title or the
+// term itself, as text.
+LinkFrame pageLinkFrame(int page, const std::string& title);
+LinkFrame termLinkFrame(int term, const std::string& termText);
 
 // "<a href=\"" address "\" target=\"_new\">" text "</a>", the text passed through
 // stripOuterParagraph, an empty text replaced by the address's file name.

@@ -6,6 +6,7 @@
 #include "content/ContentForms.h"
 #include "content/Normalize.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -283,6 +284,10 @@ std::string pageLinkSearch(int page) {
     return "<A href=\"page" + std::to_string(page) + ".html\"";
 }
 
+std::string pageLinkHTML(int page, const std::string& inner) {
+    return pageLinkSearch(page) + ">" + inner + "</A>";
+}
+
 std::string termLinkHTML(int term, const std::string& inner) {
     const std::string n = std::to_string(term);
     return "<a href=\"#term" + n + "\" name=\"term" + n +
@@ -385,6 +390,16 @@ void addBlankTerm(const ListContext& ctx) {
     ctx.CurrentTerm =
         appendBlank(ctx.module.glossary, [&](std::size_t n) { return blankTerm(ctx, n); });
     ctx.markChanged();
+}
+
+bool glossaryIsEmpty(const CourseModule& module) {
+    return std::all_of(module.glossary.begin(), module.glossary.end(),
+                       [](const GlossaryTerm& term) { return isBlank(term); });
+}
+
+bool qAndAPoolIsEmpty(const CourseModule& module) {
+    return std::all_of(module.questions.begin(), module.questions.end(),
+                       [](const QAndAItem& item) { return isBlank(item); });
 }
 
 void dropBlankQuestions(const ListContext& ctx) {

@@ -34,8 +34,10 @@ enum class ListKind { None, Pages, Questions, Options, Terms };
 // "Page", "Q", "Option", "Term".
 ListKind listKindFromName(const std::string& listName);
 
-// Reference forms inside lesson page content.
+// Reference forms inside lesson page content. A page link is written with the upper-case tag
+// the design view serialises, so one typed into the source view is found and renumbered too.
 std::string pageLinkSearch(int page);                         // <A href="pageN.html"
+std::string pageLinkHTML(int page, const std::string& inner); // <A href="pageN.html">inner</A>
 std::string termLinkHTML(int term, const std::string& inner); // as the term chooser inserts
 std::string termLinkSearch(int term);                         // showGlossaryPopup('N',
 
@@ -52,6 +54,11 @@ void addBlankPage(const ListContext& ctx);
 void addBlankQuestion(const ListContext& ctx);
 void addBlankOption(const ListContext& ctx);
 void addBlankTerm(const ListContext& ctx);
+
+// What the insert buttons call an empty glossary or Q&A pool: every entry is still blank (the
+// lists are never empty; they keep a blank placeholder).
+bool glossaryIsEmpty(const CourseModule& module);
+bool qAndAPoolIsEmpty(const CourseModule& module);
 
 // Removes questions whose text is blank; run after a load and before a save.
 void dropBlankQuestions(const ListContext& ctx);

@@ -1,5 +1,6 @@
 // Links around a selection, the copy of media files into a module, and the spell check block.
 #include "content/EditingText.h"
+#include "content/ListOps.h"
 #include "content/MediaInsertion.h"
 #include "content/SpellCheckBlock.h"
 #include "storage/TextFile.h"
@@ -41,6 +42,17 @@ TEST(EditingText, LinksTakeTheSelectionOrTheAddressesFileName) {
     EXPECT_EQ(linkTextOfSelection("<P>&nbsp;</P>\r\n"), "");
     EXPECT_EQ(linkTextOfSelection("<p>word</p>"), "word");
     EXPECT_EQ(linkTextOfSelection("<P align=center>a</P>"), "<P align=center>a");
+}
+
+// The choosers' links: the marked text goes between open and close; without one, the page's
+// title or the term shows as text, markup in it escaped.
+TEST(EditingText, PageAndTermLinkFrames) {
+    const LinkFrame page = pageLinkFrame(3, "Q&A <intro>");
+    EXPECT_EQ(page.open + "x" + page.close, "<A href=\"page3.html\">x</A>");
+    EXPECT_EQ(page.emptyText, "Q&amp;A &lt;intro&gt;");
+    const LinkFrame term = termLinkFrame(0, "R&D");
+    EXPECT_EQ(term.open + "x" + term.close, termLinkHTML(0, "x"));
+    EXPECT_EQ(term.emptyText, "R&amp;D");
 }
 
 TEST(MediaInsertion, NamesAndPictures) {

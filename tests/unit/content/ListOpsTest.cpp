@@ -90,6 +90,23 @@ TEST(ReferenceForms, LinksAsTheDialogsInsertThem) {
               "<a href=\"#term2\" name=\"term2\" onClick=\"parentRef.showGlossaryPopup('2', 240, "
               "180);\" border=0>word</a>");
     EXPECT_EQ(termLinkSearch(2), "showGlossaryPopup('2',");
+    // Written with the tag the search looks for, so a link typed into the source view is
+    // renumbered as well.
+    EXPECT_EQ(pageLinkHTML(7, "<B>on</B>"), "<A href=\"page7.html\"><B>on</B></A>");
+}
+
+TEST_F(ListOps, AGlossaryOrPoolOfBlankPlaceholdersIsEmpty) {
+    EXPECT_TRUE(glossaryIsEmpty(state.module));
+    EXPECT_TRUE(qAndAPoolIsEmpty(state.module));
+    state.module.glossary.push_back({"1", "", "<P>&nbsp;</P>"});
+    state.module.questions[0].questionText = "<P>&nbsp;</P>";
+    EXPECT_TRUE(glossaryIsEmpty(state.module));
+    EXPECT_TRUE(qAndAPoolIsEmpty(state.module));
+    state.module.glossary.back().definition = "a meaning without its word yet";
+    state.module.questions.push_back(state.defaults.item);
+    state.module.questions.back().questionText = "Why?";
+    EXPECT_FALSE(glossaryIsEmpty(state.module));
+    EXPECT_FALSE(qAndAPoolIsEmpty(state.module));
 }
 
 TEST_F(ListOps, NothingSelectedAndMovesPastTheEndsAreErrors) {
