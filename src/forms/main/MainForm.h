@@ -2,14 +2,19 @@
 // session's module and every edit is written straight back into it. This file declares the
 // form; its parts are built in MainFormWidgets.cpp, filled in MainFormLists.cpp, laid out in
 // MainFormLayout.cpp, its item lists' buttons are MainFormItems.cpp and MainFormQuestions.cpp,
+// the dialogs that insert into a page and the colour scheme are opened in MainFormInserts.cpp,
 // and the open module's life (new, open, save, exit) is MainForm.cpp.
 #pragma once
 
 #include "forms/FormDialogs.h"
 #include "forms/SpellingDialog.h"
 #include "forms/TabChain.h"
+#include "forms/dialogs/ColorsForm.h"
 #include "forms/dialogs/FindForm.h"
 #include "forms/dialogs/FontForm.h"
+#include "forms/dialogs/PageLinkForm.h"
+#include "forms/dialogs/QAndAChooser.h"
+#include "forms/dialogs/TermChooser.h"
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/editor/EditingCommands.h"
 #include "storage/LmsPackage.h"
@@ -94,6 +99,17 @@ class MainForm : public QMainWindow {
     QString chooseMediaFile();
     // Copies a chosen file into the module and inserts it at the editor's selection.
     void insertMedia(QWidget* editor);
+
+    // --- inserting references into a lesson page, the colour scheme (MainFormInserts.cpp) ---
+    // The lesson page view the choosers insert into: the design view, or the source view while
+    // its tab is shown, whatever tab of the form is in front.
+    QWidget* lessonPageEditor() const;
+    // Brings a tab of tabMain to the front: 0 pages, 1 questions (Q&A), 2 glossary.
+    void selectMainTab(int tab);
+    void btnInsertTerm_Click();
+    void btnInsertQAndA_Click();
+    void Command1_Click();
+    void mnuColors_Click();
 
     // A File menu entry placed above the separator before Exit (for example a package export).
     void insertFileMenuAction(QAction* action);
@@ -182,6 +198,10 @@ class MainForm : public QMainWindow {
     HelpForm* helpForm() const { return frmHelp_; }
     FindForm* findForm() const { return frmFind_; }
     FontForm* fontForm() const { return frmFont_; }
+    TermChooser* termChooser() const { return frmTermChoose_; }
+    QAndAChooser* qAndAChooser() const { return frmQAndAChoose_; }
+    PageLinkForm* pageLinkForm() const { return frmPageLink_; }
+    ColorsForm* colorsForm() const { return frmColors_; }
 
   signals:
     // Open was chosen and the save question answered: the folder chooser is wanted.
@@ -348,6 +368,10 @@ class MainForm : public QMainWindow {
     QPointer<FindForm> frmFind_;
     QPointer<FontForm> frmFont_;
     QPointer<OptionForm> frmLOption_;
+    QPointer<TermChooser> frmTermChoose_;
+    QPointer<QAndAChooser> frmQAndAChoose_;
+    QPointer<PageLinkForm> frmPageLink_;
+    QPointer<ColorsForm> frmColors_;
 
     TabChain tabChain_ = tabChain();
 };

@@ -215,8 +215,7 @@ void MainForm::buildEditMenu() {
     mnuEdit_->addSeparator()->setObjectName("mnuSep3");
     mnuClearPageFormat_ =
         item("mnuClearPageFormat", "Clear Format", &MainForm::mnuClearPageFormat_Click);
-    // The colour scheme dialog comes with the authoring work.
-    item("mnuColors", "Color Scheme", nullptr)->setEnabled(false);
+    item("mnuColors", "Color Scheme", &MainForm::mnuColors_Click);
     mnuEdit_->addSeparator()->setObjectName("mnuSep4");
     mnuSpellCheck_ =
         item("mnuSpellCheck", "Spell Check", &MainForm::mnuSpellCheck_Click, QKeySequence("F7"));

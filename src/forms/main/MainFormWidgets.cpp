@@ -1,8 +1,7 @@
 // Builds the main form's menus, header and tabs with the system's names, captions, tooltips
 // and mnemonics. The Edit menu and the formatting rows are built with the editing commands
 // (MainFormEditing.cpp). The item buttons are connected with the item operations
-// (MainFormItems.cpp); commands whose behaviour belongs to later work (colour scheme, the
-// choosers) exist here with their captions, disabled, so the form already has its final shape.
+// (MainFormItems.cpp), the insert buttons with the dialogs they open (MainFormInserts.cpp).
 #include "forms/main/MainForm.h"
 
 #include "forms/editor/HtmlEditor.h"
@@ -206,11 +205,17 @@ QWidget* MainForm::buildPagesTab() {
     connect(btnLink, &QPushButton::clicked, this, &MainForm::btnLink_Click);
     insertRow->addWidget(btnInsertImage);
     insertRow->addWidget(btnLink);
-    insertRow->addWidget(laterButton(frameMain_, "Command1", "Internal Link",
-                                     "Create a hyperlink on the current selection"));
-    insertRow->addWidget(
-        laterButton(frameMain_, "btnInsertTerm", "Terms", "Insert a Glossary term link"));
-    insertRow->addWidget(laterButton(frameMain_, "btnInsertQAndA", "Q&&A", "Insert a Q&A item"));
+    auto* Command1 = button(frameMain_, "Command1", "Internal Link",
+                            "Create a hyperlink on the current selection");
+    connect(Command1, &QPushButton::clicked, this, &MainForm::Command1_Click);
+    auto* btnInsertTerm =
+        button(frameMain_, "btnInsertTerm", "Terms", "Insert a Glossary term link");
+    connect(btnInsertTerm, &QPushButton::clicked, this, &MainForm::btnInsertTerm_Click);
+    auto* btnInsertQAndA = button(frameMain_, "btnInsertQAndA", "Q&&A", "Insert a Q&A item");
+    connect(btnInsertQAndA, &QPushButton::clicked, this, &MainForm::btnInsertQAndA_Click);
+    insertRow->addWidget(Command1);
+    insertRow->addWidget(btnInsertTerm);
+    insertRow->addWidget(btnInsertQAndA);
     insertRow->addStretch();
 
     tabLessonPage_ = named(new QTabWidget(frameMain_), "tabLessonPage");

@@ -1,0 +1,276 @@
+// The term chooser, the Q&A chooser and the page link dialog over the real page editors:
+// references inserted into the design view around the marked text (its links off, its
+// formatting kept) and into the source view as text, the refusals word for word, the Delete
+// key, and Create and Edit handing over to the main form.
+#include "EditingFixture.h"
+
+#include "content/ContentForms.h"
+#include "content/ListOps.h"
+#include "forms/dialogs/PageLinkForm.h"
+#include "forms/dialogs/QAndAChooser.h"
+#include "forms/dialogs/TermChooser.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace lumora::testing {
+namespace {
+
+class ChooserTest : public EditingTest {
+  protected:
+    // The main form's insert buttons sit in the page frame; a chooser has buttons of the same
+    // names.
+    void clickMain(const char* button) {
+        control<QPushButton>(control<QWidget>(form, "frameMain"), button)->click();
+    }
+
+    template <class Form> Form* open(const char* button, Form* (MainForm::*shown)() const) {
+        clickMain(button);
+        Form* chooser = (form->*shown)();
+        EXPECT_TRUE(chooser && chooser->isVisible()) << button;
+        return chooser;
+    }
+    TermChooser* openTerms() { return open("btnInsertTerm", &MainForm::termChooser); }
+    QAndAChooser* openQAndA() { return open("btnInsertQAndA", &MainForm::qAndAChooser); }
+    PageLinkForm* openPageLink() { return open("Command1", &MainForm::pageLinkForm); }
+
+    // Runs a chooser's action that inserts and waits until the insertion has completed.
+    void inserting(InsertChooser* chooser, const std::function<void()>& action) {
+        QSignalSpy finished(chooser, &InsertChooser::insertFinished);
+        action();
+        ASSERT_TRUE(finished.count() > 0 || finished.wait(kWaitMs)) << "no insertion";
+        EXPECT_TRUE(finished.front().front().toBool());
+    }
+    void clickInsert(InsertChooser* chooser, const char* button) {
+        inserting(chooser, [&] { control<QPushButton>(chooser, button)->click(); });
+    }
+    void doubleClickRow(InsertChooser* chooser, int row) {
+        auto* list = chooser->findChild<QListWidget*>();
+        const QPoint at = list->visualItemRect(list->item(row)).center();
+        // A widget's double-click event comes after the press and release of the first click.
+        inserting(chooser, [&] {
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+        });
+    }
+
+    static QStringList rows(QListWidget* list) {
+        QStringList texts;
+        for (int i = 0; i < list->count(); ++i)
+            texts << list->item(i)->text();
+        return texts;
+    }
+
+    QPlainTextEdit* showSource(const QString& text, int from, int to) {
+        control<QTabWidget>(form, "tabLessonPage")->setCurrentIndex(1);
+        auto* source = control<QPlainTextEdit>(form, "txtLessonEdit");
+        source->setPlainText(text);
+        QTextCursor cursor = source->textCursor();
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        source->setTextCursor(cursor);
+        return source;
+    }
+
+    void expectError(const std::string& text) {
+        ASSERT_NE(prompt.last(), nullptr);
+        EXPECT_EQ(prompt.last()->text, text);
+        EXPECT_EQ(prompt.last()->title, "Error");
+        EXPECT_EQ(prompt.last()->icon, Icon::Critical);
+    }
+};
+
+TEST_F(ChooserTest, TermReferencesTakeTheMarkedTextOrTheTermItself) {
+    showPage("<P>Read this.</P>");
+    caretIn(page, "Read");
+    session.CurrentTerm = 1;
+    TermChooser* chooser = openTerms();
+    auto* list = control<QListWidget>(chooser, "lstTerms");
+    EXPECT_EQ(rows(list), (QStringList{"Lesson", "Activity"}));
+    EXPECT_EQ(list->currentRow(), 1) << "the current term is selected";
+    clickInsert(chooser, "btnInsertTerm");
+    EXPECT_TRUE(containsText(pageContent(),
+                             "<A href=\"#term1\" name=\"term1\" onClick=\"parentRef."
+                             "showGlossaryPopup('1', 240, 180);\" border=\"0\">Activity</A>ead"))
+        << pageContent();
+    EXPECT_FALSE(chooser->isVisible());
+
+    // Over a bold, italic, coloured link: the link goes, the formatting stays around the term.
+    showPage("<P>see <A href=\"old.html\"><B><I><FONT face=\"Arial\" color=\"#ff0000\">the "
+             "guide</FONT></I></B></A> now</P>");
+    select(page, "FONT", "the guide");
+    chooser = openTerms();
+    control<QListWidget>(chooser, "lstTerms")->setCurrentRow(0);
+    clickInsert(chooser, "btnInsertTerm");
+    EXPECT_FALSE(containsText(pageContent(), "old.html")) << pageContent();
+    EXPECT_TRUE(containsText(pageContent(), "showGlossaryPopup('0', 240, 180);\" border=\"0\">the "
+                                            "guide</A>"))
+        << pageContent();
+    EXPECT_TRUE(js(page, "(() => { const a = document.querySelector('A[name=term0]');"
+                         " return [a.closest('B'), a.closest('I'), a.closest('FONT[face=Arial]'),"
+                         " a.closest('FONT[color=\"#ff0000\"]')].every(e => e) })()")
+                    .toBool())
+        << pageContent();
+
+    // No row selected: the chooser says so and stays open; the page is untouched.
+    const std::string before = pageContent();
+    chooser = openTerms();
+    control<QListWidget>(chooser, "lstTerms")->clearSelection();
+    control<QPushButton>(chooser, "btnInsertTerm")->click();
+    expectError("You must select a term");
+    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_EQ(pageContent(), before);
+
+    // A term added in the main form meanwhile is listed when the author comes back.
+    session.module.glossary.push_back({"2", "Quiz", "A few questions."});
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+    chooser->activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return rows(control<QListWidget>(chooser, "lstTerms")).contains("Quiz"); }, kWaitMs));
+
+    // A double-click inserts; in the source view the reference goes in as text, the marked
+    // text untouched by any formatting step.
+    showSource("<P>Read more</P>", 3, 12);
+    doubleClickRow(chooser, 0);
+    EXPECT_EQ(pageContent(), "<P>" + termLinkHTML(0, "Read more") + "</P>");
+    EXPECT_FALSE(chooser->isVisible());
+}
+
+TEST_F(ChooserTest, PageLinksInTheSourceViewAreRenumberedWhenPagesMove) {
+    showSource("<P>Read more</P>", 3, 12);
+    PageLinkForm* dialog = openPageLink();
+    auto* list = control<QListWidget>(dialog, "lstPages");
+    EXPECT_EQ(rows(list), (QStringList{"Welcome", "Key ideas", "Check your understanding"}));
+    EXPECT_TRUE(list->selectedItems().isEmpty());
+    control<QPushButton>(dialog, "btnInsertLink")->click();
+    expectError("You must select a page");
+    EXPECT_TRUE(dialog->isVisible());
+
+    list->setCurrentRow(2);
+    clickInsert(dialog, "btnInsertLink");
+    EXPECT_EQ(pageContent(), "<P><A href=\"page2.html\">Read more</A></P>");
+    EXPECT_FALSE(dialog->isVisible());
+    moveListItemUp(session.lists(), "lstPages", 2);
+    EXPECT_EQ(pageContent(), "<P><A href=\"page1.html\">Read more</A></P>");
+
+    // In the design view with nothing marked the link shows the page's title.
+    control<QTabWidget>(form, "tabLessonPage")->setCurrentIndex(0);
+    showPage("<P>Intro</P>");
+    caretIn(page, "Intro");
+    dialog = openPageLink();
+    doubleClickRow(dialog, 0);
+    EXPECT_TRUE(containsText(pageContent(), "<A href=\"page0.html\">Welcome</A>")) << pageContent();
+}
+
+TEST_F(ChooserTest, QAndAPlaceholdersAndTheDeleteKey) {
+    showPage("<P>one two</P>");
+    select(page, "P", "two");
+    session.CurrentItem = 1;
+    QAndAChooser* chooser = openQAndA();
+    auto* list = control<QListWidget>(chooser, "lstQAndA");
+    EXPECT_EQ(rows(list), (QStringList{"1. When is a lesson completed?",
+                                       "2. Which of these can a lesson page hold?"}));
+    EXPECT_EQ(list->currentRow(), 1);
+    clickInsert(chooser, "btnInsertQAndA");
+    const ContentPaths paths = session.contentPaths();
+    EXPECT_TRUE(containsText(pageContent(), "<P>one " + activityPlaceholder(paths, 2) + "</P>"))
+        << pageContent();
+
+    // The Delete key asks first; No keeps the item.
+    chooser = openQAndA();
+    list = control<QListWidget>(chooser, "lstQAndA");
+    list->setCurrentRow(0);
+    prompt.answer(Answer::No);
+    QTest::keyClick(list, Qt::Key_Delete);
+    EXPECT_EQ(prompt.last()->text, "Are you sure you want to delete the selected item?");
+    EXPECT_EQ(prompt.last()->title, "Confirm Delete");
+    EXPECT_EQ(session.module.questions.size(), 2u);
+    EXPECT_EQ(list->currentRow(), 0) << "the author's row stays selected";
+
+    // Yes deletes it: the lists refill and activity 2 becomes 1 in the page, which the editor
+    // shows again.
+    QSignalSpy reloaded(page, &HtmlEditor::loaded);
+    prompt.answer(Answer::Yes);
+    QTest::keyClick(list, Qt::Key_Delete);
+    ASSERT_EQ(session.module.questions.size(), 1u);
+    EXPECT_EQ(rows(list), (QStringList{"1. Which of these can a lesson page hold?"}));
+    EXPECT_EQ(control<QListWidget>(control<QWidget>(form, "tabMain"), "lstQAndA")->count(), 1);
+    EXPECT_EQ(pageContent(), "<P>one " + activityPlaceholder(paths, 1) + "</P>");
+    ASSERT_TRUE(reloaded.count() > 0 || reloaded.wait(kWaitMs));
+    EXPECT_TRUE(js(page, "document.body.innerHTML.includes('QAndAStart.gif\">1<')").toBool());
+}
+
+TEST_F(ChooserTest, CreateAndEditHandOverToTheMainForm) {
+    auto* tabMain = control<QTabWidget>(form, "tabMain");
+    TermChooser* terms = openTerms();
+    control<QListWidget>(terms, "lstTerms")->clearSelection();
+    control<QPushButton>(terms, "btnEditTerm")->click();
+    expectError("You must select an item");
+    control<QListWidget>(terms, "lstTerms")->setCurrentRow(1);
+    control<QPushButton>(terms, "btnEditTerm")->click();
+    EXPECT_FALSE(terms->isVisible());
+    EXPECT_EQ(tabMain->currentIndex(), 2);
+    EXPECT_EQ(session.CurrentTerm, 1);
+    EXPECT_EQ(control<QLineEdit>(form, "txtTerm")->text(), "Activity");
+
+    tabMain->setCurrentIndex(0);
+    terms = openTerms();
+    control<QPushButton>(terms, "btnCreateTerm")->click();
+    EXPECT_FALSE(terms->isVisible());
+    EXPECT_EQ(tabMain->currentIndex(), 2);
+    EXPECT_EQ(session.module.glossary.size(), 3u);
+    EXPECT_EQ(session.CurrentTerm, 2);
+
+    tabMain->setCurrentIndex(0);
+    QAndAChooser* items = openQAndA();
+    control<QListWidget>(items, "lstQAndA")->setCurrentRow(1);
+    control<QPushButton>(items, "btnEditQAndA")->click();
+    EXPECT_FALSE(items->isVisible());
+    EXPECT_EQ(tabMain->currentIndex(), 1);
+    EXPECT_EQ(session.CurrentItem, 1);
+    EXPECT_EQ(control<QListWidget>(tabMain, "lstQAndA")->currentRow(), 1);
+
+    tabMain->setCurrentIndex(0);
+    items = openQAndA();
+    control<QPushButton>(items, "btnCreateQAndA")->click();
+    EXPECT_FALSE(items->isVisible());
+    EXPECT_EQ(tabMain->currentIndex(), 1);
+    EXPECT_EQ(session.module.questions.size(), 3u);
+    EXPECT_EQ(session.CurrentItem, 2);
+}
+
+TEST_F(ChooserTest, AnEmptyGlossaryOrPoolOnlySaysSo) {
+    session.module.glossary = {session.defaults.term};
+    session.module.questions = {session.defaults.item};
+    const std::string before = pageContent();
+    struct Row {
+        const char* button;
+        std::string title, text;
+    };
+    const Row rows[] = {
+        {"btnInsertTerm", "Empty Glossary",
+         "There are currently no terms to select.\r\nPlease create a term before attempting to "
+         "insert."},
+        {"btnInsertQAndA", "Empty Q&A Pool",
+         "There are currently no Q&A items to select.\r\nPlease create a Q&A item before "
+         "attempting to insert."},
+    };
+    for (const Row& row : rows) {
+        clickMain(row.button);
+        ASSERT_NE(prompt.last(), nullptr);
+        EXPECT_EQ(prompt.last()->title, row.title);
+        EXPECT_EQ(prompt.last()->text, row.text);
+        EXPECT_EQ(prompt.last()->icon, Icon::Information);
+        EXPECT_EQ(prompt.last()->buttons, Buttons::OK);
+    }
+    EXPECT_EQ(form->termChooser(), nullptr);
+    EXPECT_EQ(form->qAndAChooser(), nullptr);
+    EXPECT_EQ(pageContent(), before);
+}
+
+} // namespace
+} // namespace lumora::testing
