@@ -6,7 +6,6 @@
 #include "content/ContentForms.h"
 #include "content/Normalize.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -390,16 +389,6 @@ void addBlankTerm(const ListContext& ctx) {
     ctx.CurrentTerm =
         appendBlank(ctx.module.glossary, [&](std::size_t n) { return blankTerm(ctx, n); });
     ctx.markChanged();
-}
-
-bool glossaryIsEmpty(const CourseModule& module) {
-    return std::all_of(module.glossary.begin(), module.glossary.end(),
-                       [](const GlossaryTerm& term) { return isBlank(term); });
-}
-
-bool qAndAPoolIsEmpty(const CourseModule& module) {
-    return std::all_of(module.questions.begin(), module.questions.end(),
-                       [](const QAndAItem& item) { return isBlank(item); });
 }
 
 void dropBlankQuestions(const ListContext& ctx) {

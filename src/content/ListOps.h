@@ -55,11 +55,6 @@ void addBlankQuestion(const ListContext& ctx);
 void addBlankOption(const ListContext& ctx);
 void addBlankTerm(const ListContext& ctx);
 
-// What the insert buttons call an empty glossary or Q&A pool: every entry is still blank (the
-// lists are never empty; they keep a blank placeholder).
-bool glossaryIsEmpty(const CourseModule& module);
-bool qAndAPoolIsEmpty(const CourseModule& module);
-
 // Removes questions whose text is blank; run after a load and before a save.
 void dropBlankQuestions(const ListContext& ctx);
 

@@ -3,7 +3,7 @@
 #include "forms/main/MainForm.h"
 
 #include "app/Session.h"
-#include "content/ListOps.h"
+#include "content/InsertRefusals.h"
 #include "forms/editor/HtmlEditor.h"
 
 #include <QPlainTextEdit>
@@ -36,22 +36,14 @@ void MainForm::selectMainTab(int tab) {
 }
 
 void MainForm::btnInsertTerm_Click() {
-    if (glossaryIsEmpty(session_.module)) {
-        session_.prompt.message(std::string("There are currently no terms to select.") + kCrLf +
-                                    "Please create a term before attempting to insert.",
-                                "Empty Glossary", Icon::Information, Buttons::OK);
+    if (!termsToInsert(session_.module, session_.prompt))
         return;
-    }
     showOver(frmTermChoose_, session_, this)->resetPage();
 }
 
 void MainForm::btnInsertQAndA_Click() {
-    if (qAndAPoolIsEmpty(session_.module)) {
-        session_.prompt.message(std::string("There are currently no Q&A items to select.") + kCrLf +
-                                    "Please create a Q&A item before attempting to insert.",
-                                "Empty Q&A Pool", Icon::Information, Buttons::OK);
+    if (!activitiesToInsert(session_.module, session_.prompt))
         return;
-    }
     showOver(frmQAndAChoose_, session_, this)->resetPage();
 }
 

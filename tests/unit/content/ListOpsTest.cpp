@@ -95,20 +95,6 @@ TEST(ReferenceForms, LinksAsTheDialogsInsertThem) {
     EXPECT_EQ(pageLinkHTML(7, "<B>on</B>"), "<A href=\"page7.html\"><B>on</B></A>");
 }
 
-TEST_F(ListOps, AGlossaryOrPoolOfBlankPlaceholdersIsEmpty) {
-    EXPECT_TRUE(glossaryIsEmpty(state.module));
-    EXPECT_TRUE(qAndAPoolIsEmpty(state.module));
-    state.module.glossary.push_back({"1", "", "<P>&nbsp;</P>"});
-    state.module.questions[0].questionText = "<P>&nbsp;</P>";
-    EXPECT_TRUE(glossaryIsEmpty(state.module));
-    EXPECT_TRUE(qAndAPoolIsEmpty(state.module));
-    state.module.glossary.back().definition = "a meaning without its word yet";
-    state.module.questions.push_back(state.defaults.item);
-    state.module.questions.back().questionText = "Why?";
-    EXPECT_FALSE(glossaryIsEmpty(state.module));
-    EXPECT_FALSE(qAndAPoolIsEmpty(state.module));
-}
-
 TEST_F(ListOps, NothingSelectedAndMovesPastTheEndsAreErrors) {
     givePages({"a", "b"});
     deleteListItem(lists(), "lstPages", -1);
