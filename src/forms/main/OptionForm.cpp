@@ -50,6 +50,19 @@ OptionForm::OptionForm(Session& session, QWidget* parent) : QDialog(parent), ses
     chkCorrect_->setObjectName("chkCorrect");
     chkCorrect_->setToolTip("Check if this a correct option");
 
+    // Only an Evaluation's player shows an option's feedback (its review after Submit).
+    txtIncorrectRationale_ = new QLineEdit(this);
+    txtIncorrectRationale_->setObjectName("txtIncorrectRationale");
+    txtIncorrectRationale_->setToolTip(
+        "Enter the feedback shown when this option is chosen wrongly");
+    txtIncorrectRationale_->setMaxLength(INT_MAX);
+    auto* lblIncorrectRationale = new QLabel("Feedback", this);
+    lblIncorrectRationale->setObjectName("lblIncorrectRationale");
+    lblIncorrectRationale->setBuddy(txtIncorrectRationale_);
+    const bool evaluation = session_.module.moduleType == kEvaluation;
+    txtIncorrectRationale_->setVisible(evaluation);
+    lblIncorrectRationale->setVisible(evaluation);
+
     btnBack_ = button(this, "btnBack", "Back", "Move back one page");
     btnNext_ = button(this, "btnNext", "Next", "Move forward one page");
     auto* btnClose = button(this, "btnClose", "Close", "Close this window");
@@ -65,12 +78,16 @@ OptionForm::OptionForm(Session& session, QWidget* parent) : QDialog(parent), ses
     layout->addWidget(lblDisplay, 0, 0);
     layout->addWidget(txtDisplay_, 0, 1);
     layout->addWidget(chkCorrect_, 1, 1);
-    layout->addLayout(buttons, 2, 0, 1, 2);
+    layout->addWidget(lblIncorrectRationale, 2, 0);
+    layout->addWidget(txtIncorrectRationale_, 2, 1);
+    layout->addLayout(buttons, 3, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setSizeConstraint(QLayout::SetMinimumSize);
 
     connect(txtDisplay_, &QLineEdit::textEdited, this, &OptionForm::txtDisplay_Change);
     connect(chkCorrect_, &QCheckBox::clicked, this, &OptionForm::chkCorrect_Click);
+    connect(txtIncorrectRationale_, &QLineEdit::textEdited, this,
+            &OptionForm::txtIncorrectRationale_Change);
     connect(btnBack_, &QPushButton::clicked, this, &OptionForm::btnBack_Click);
     connect(btnNext_, &QPushButton::clicked, this, &OptionForm::btnNext_Click);
     connect(btnClose, &QPushButton::clicked, this, &OptionForm::btnClose_Click);
@@ -103,6 +120,9 @@ void OptionForm::resetPage() {
     // nothing to type into; Back and Next still find their way.
     txtDisplay_->setEnabled(option != nullptr);
     chkCorrect_->setEnabled(option != nullptr);
+    txtIncorrectRationale_->setEnabled(option != nullptr);
+    txtIncorrectRationale_->setText(option ? QString::fromStdString(option->incorrectRationale)
+                                           : QString());
     txtDisplay_->setText(text);
     if (option && option->txtDisplay.compare(0, kSampleOption.size(), kSampleOption) == 0)
         txtDisplay_->setSelection(0, static_cast<int>(text.size()));
@@ -164,6 +184,14 @@ void OptionForm::chkCorrect_Click(bool checked) {
         return;
     option->correct = flagOfCheckBox(checked);
     emit optionChanged(session_.CurrentOption);
+    session_.markChanged();
+}
+
+void OptionForm::txtIncorrectRationale_Change(const QString& text) {
+    QuestionOption* option = currentOption();
+    if (!option)
+        return;
+    option->incorrectRationale = text.toStdString();
     session_.markChanged();
 }
 

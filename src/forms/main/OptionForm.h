@@ -1,7 +1,8 @@
 // frmLOption: the option editor. It edits the options of the current question item one at a
 // time, straight in the session's module, and steps back and forth through them; at the last
 // option Next becomes Create, so a whole set of options can be typed in one pass. It is
-// modeless: the main form stays usable, and follows each edit in its option list.
+// modeless: the main form stays usable, and follows each edit in its option list. In an
+// Evaluation it also holds the feedback a learner reads after choosing the option wrongly.
 #pragma once
 
 #include <QDialog>
@@ -43,10 +44,12 @@ class OptionForm : public QDialog {
     int lastOption() const;
     void txtDisplay_Change(const QString& text);
     void chkCorrect_Click(bool checked);
+    void txtIncorrectRationale_Change(const QString& text);
 
     Session& session_;
     QLineEdit* txtDisplay_ = nullptr;
     QCheckBox* chkCorrect_ = nullptr;
+    QLineEdit* txtIncorrectRationale_ = nullptr;
     QPushButton* btnBack_ = nullptr;
     QPushButton* btnNext_ = nullptr;
 };
