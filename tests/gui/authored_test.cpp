@@ -1,0 +1,465 @@
+// Three modules authored from their templates the way an author makes them, through the main
+// form, the option editor, the choosers and the page link dialog: each is saved, opened again
+// from its files and found as it was. A fourth lesson is typed full of hostile texts. With
+// LUMORA_AUTHORED_DIR set (CTest sets it), each saved folder is copied there under its name
+// (Lesson, Evaluation, Survey, Hostile) for the learner player's tests, which run them in the
+// browser (tests/player/authored).
+#include "AuthoringFixture.h"
+
+#include "content/ContentForms.h"
+#include "content/ListOps.h"
+#include "forms/dialogs/PageLinkForm.h"
+#include "forms/dialogs/QAndAChooser.h"
+#include "forms/dialogs/TermChooser.h"
+#include "forms/main/ListTexts.h"
+#include "forms/main/OptionForm.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <cstdlib>
+
+namespace lumora::testing {
+namespace {
+
+// The file-open dialog, answered with one file; the colour dialog is not used here.
+class OneFileDialog : public FormDialogs {
+  public:
+    QString file;
+    QString openFile(QWidget*, const QString&) override { return file; }
+    std::optional<QColor> color(QWidget*, const QColor&) override { return std::nullopt; }
+};
+
+struct Option {
+    const char* text;
+    bool correct;
+    const char* feedback; // shown when this option is chosen wrongly (Evaluation)
+};
+
+class AuthoredModules : public AuthoringTest {
+  protected:
+    void openType(const std::string& type) {
+        open(type);
+        form->setDialogs(&dialogs);
+    }
+
+    // Typing into a one-line field replaces what it held.
+    void type(const char* name, const QString& text, QWidget* in = nullptr) {
+        auto* field = control<QLineEdit>(in ? in : form, name);
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, text);
+    }
+    // A paste replaces it in one edit, every character as it is.
+    void paste(const char* name, const QString& text) {
+        auto* field = control<QLineEdit>(form, name);
+        field->selectAll();
+        field->insert(text);
+    }
+    void pasteDefinition(const QString& text) {
+        auto* definition = control<QPlainTextEdit>(form, "txtDefinition");
+        definition->setFocus();
+        definition->selectAll();
+        definition->insertPlainText(text);
+    }
+
+    // Replaces an editor's whole document as a paste of `html` does, and waits until the
+    // module holds `arrived`.
+    void pasteInEditor(const char* editor, const QString& html, const std::string& arrived,
+                       const std::function<std::string()>& stored) {
+        waitLoaded(editor);
+        js(editor, QStringLiteral("(() => { document.body.focus();"
+                                  " getSelection().selectAllChildren(document.body);"
+                                  " document.execCommand('insertHTML', false, %1); })()")
+                       .arg(jsString(html)));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return containsText(stored(), arrived); }, kWaitMs))
+            << stored();
+    }
+    // A page written whole in the source view, then shown in the design view again.
+    void writePage(const QString& html) {
+        auto* views = control<QTabWidget>(form, "tabLessonPage");
+        views->setCurrentIndex(1);
+        auto* source = control<QPlainTextEdit>(form, "txtLessonEdit");
+        source->setFocus();
+        source->selectAll();
+        source->insertPlainText(html);
+        QSignalSpy loaded(control<HtmlEditor>(form, "dhtmlLessonEdit"), &HtmlEditor::loaded);
+        views->setCurrentIndex(0);
+        ASSERT_TRUE(loaded.count() > 0 || loaded.wait(kWaitMs));
+    }
+    void pasteQuestion(const QString& html, const std::string& arrived) {
+        const int item = session.CurrentItem;
+        pasteInEditor("dhtmlQuestionEdit", html, arrived,
+                      [this, item] { return session.module.questions[item].questionText; });
+    }
+
+    // Selects the first occurrence of `text` in the page editor, as a drag of the mouse does.
+    void mark(const QString& text) {
+        js("dhtmlLessonEdit",
+           QStringLiteral("(() => { const w = document.createTreeWalker(document.body, 4);"
+                          " for (let n = w.nextNode(); n; n = w.nextNode()) {"
+                          "   const at = n.data.indexOf(%1); if (at < 0) continue;"
+                          "   const r = document.createRange(); r.setStart(n, at);"
+                          "   r.setEnd(n, at + %1.length);"
+                          "   getSelection().removeAllRanges(); getSelection().addRange(r);"
+                          "   return; } })()")
+               .arg(jsString(text)));
+    }
+    // The caret at the end of the page.
+    void caretAtEnd() {
+        js("dhtmlLessonEdit", "(() => { document.body.focus();"
+                              " getSelection().selectAllChildren(document.body);"
+                              " getSelection().collapseToEnd(); })()");
+    }
+
+    // Opens a chooser from the page's buttons, picks a row and inserts with a double-click.
+    template <class Chooser>
+    void insertWith(const char* button, Chooser* (MainForm::*shown)() const, int row) {
+        click(button);
+        Chooser* chooser = (form->*shown)();
+        ASSERT_TRUE(chooser && chooser->isVisible()) << button;
+        auto* list = chooser->template findChild<QListWidget*>();
+        QSignalSpy finished(chooser, &InsertChooser::insertFinished);
+        const QPoint at = list->visualItemRect(list->item(row)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+        ASSERT_TRUE(finished.count() > 0 || finished.wait(kWaitMs)) << button;
+        EXPECT_TRUE(finished.front().front().toBool()) << button;
+    }
+
+    // The current item's options typed one after the other in the option editor, starting
+    // over the sample option a new item comes with.
+    void typeOptions(std::initializer_list<Option> options) {
+        ASSERT_EQ(list("lstOptions")->count(), 1);
+        select("lstOptions", 0);
+        click("btnEditOption");
+        OptionForm* editor = form->optionForm();
+        ASSERT_NE(editor, nullptr);
+        bool first = true;
+        for (const Option& option : options) {
+            if (!first)
+                control<QPushButton>(editor, "btnNext")->click(); // "Create" at the last
+            first = false;
+            type("txtDisplay", option.text, editor);
+            if (option.correct)
+                control<QCheckBox>(editor, "chkCorrect")->click();
+            if (option.feedback)
+                type("txtIncorrectRationale", option.feedback, editor);
+        }
+        control<QPushButton>(editor, "btnClose")->click();
+    }
+
+    // Removes the sample's items but `keep`, answering Yes to each question.
+    void removeSampleItems(int keep) {
+        for (int left = 10; list("lstQAndA")->count() > keep && left > 0; --left) {
+            select("lstQAndA", 0);
+            prompt.answer(Answer::Yes);
+            click("btnRemoveQuestion");
+        }
+        ASSERT_EQ(list("lstQAndA")->count(), keep) << prompt.last()->text;
+    }
+
+    // Save (SCORM/AICC); `warning` is the one message expected, if any.
+    void save(const std::string& warning = {}) {
+        prompt.messages.clear();
+        menu("mnuSave")->trigger();
+        EXPECT_FALSE(session.ModuleChanged);
+        std::vector<std::string> shown;
+        for (const auto& m : prompt.messages)
+            shown.push_back(m.text);
+        EXPECT_EQ(shown,
+                  warning.empty() ? std::vector<std::string>{} : std::vector<std::string>{warning});
+    }
+
+    // Hands the saved folder to the player's tests.
+    void handOver(const std::string& name) {
+        const char* out = std::getenv("LUMORA_AUTHORED_DIR");
+        if (!out)
+            return;
+        const std::filesystem::path target = std::filesystem::path(out) / name;
+        std::filesystem::remove_all(target);
+        std::filesystem::create_directories(target.parent_path());
+        std::filesystem::copy(workspace / "Course1", target,
+                              std::filesystem::copy_options::recursive);
+    }
+
+    static std::string withoutLastLineBreak(std::string text) {
+        if (text.size() >= 2 && text.compare(text.size() - 2, 2, "\r\n") == 0)
+            text.resize(text.size() - 2);
+        return text;
+    }
+
+    // What a reload must give back: everything the author can change in the lists.
+    static void expectSame(const CourseModule& back, const CourseModule& typed) {
+        EXPECT_EQ(back.modTitle, typed.modTitle);
+        EXPECT_EQ(back.copyright, typed.copyright);
+        EXPECT_EQ(back.shuffleEvalQuestions, typed.shuffleEvalQuestions);
+        EXPECT_EQ(back.intNumQuestions, typed.intNumQuestions);
+        ASSERT_EQ(back.pages.size(), typed.pages.size());
+        for (std::size_t i = 0; i < typed.pages.size(); ++i) {
+            EXPECT_EQ(back.pages[i].title, typed.pages[i].title);
+            // The page file ends the content's last line with a line break.
+            EXPECT_EQ(withoutLastLineBreak(back.pages[i].content),
+                      withoutLastLineBreak(typed.pages[i].content))
+                << "page " << i;
+        }
+        ASSERT_EQ(back.glossary.size(), typed.glossary.size());
+        for (std::size_t i = 0; i < typed.glossary.size(); ++i) {
+            EXPECT_EQ(back.glossary[i].term, typed.glossary[i].term);
+            // The file keeps a definition's line breaks as the script's escape.
+            EXPECT_EQ(definitionForField(back.glossary[i].definition),
+                      definitionForField(typed.glossary[i].definition));
+        }
+        ASSERT_EQ(back.questions.size(), typed.questions.size());
+        for (std::size_t i = 0; i < typed.questions.size(); ++i) {
+            const QAndAItem &b = back.questions[i], &t = typed.questions[i];
+            EXPECT_EQ(b.questionText, t.questionText) << "item " << i;
+            EXPECT_EQ(b.questionType, t.questionType) << "item " << i;
+            EXPECT_EQ(b.rationale, t.rationale) << "item " << i;
+            // The files hold the options with a text; a blank placeholder is not written.
+            const auto written = [](const std::vector<QuestionOption>& options) {
+                std::vector<std::string> texts;
+                for (const QuestionOption& o : options)
+                    if (!o.txtDisplay.empty())
+                        texts.push_back(o.txtDisplay + "|" + o.correct + "|" +
+                                        o.incorrectRationale);
+                return texts;
+            };
+            EXPECT_EQ(written(b.options), written(t.options)) << "item " << i;
+        }
+    }
+
+    OneFileDialog dialogs;
+};
+
+TEST_F(AuthoredModules, ALessonWithATermLinkAPageLinkAnActivityAndAPicture) {
+    openType(kLesson);
+    type("txtModuleTitle", "Colour theory");
+
+    // A term and an activity of its own, beside the sample's two of each.
+    showTab(2);
+    click("btnAddTerm");
+    type("txtTerm", "Hue");
+    pasteDefinition("The name of a colour,\nsuch as red or blue.");
+    ASSERT_EQ(session.module.glossary.size(), 3u);
+
+    showTab(1);
+    click("btnAddQuestion");
+    ASSERT_EQ(session.CurrentItem, 2);
+    pasteQuestion("<P>Which colour is primary?</P>", "Which colour is primary?");
+    typeOptions({{"Red", true, nullptr}, {"Green", false, nullptr}, {"Orange", false, nullptr}});
+    type("txtRationale", "Red cannot be mixed from other colours.");
+
+    // The pages: the first links a term, the last page and the new activity; the second
+    // shows a picture.
+    showTab(0);
+    select("lstPages", 0);
+    type("txtPageTitle", "Primary colours");
+    writePage("<P>Every hue starts from three primaries; the summary lists them.</P><P>Try:</P>");
+    mark("hue");
+    insertWith("btnInsertTerm", &MainForm::termChooser, 2);
+    mark("the summary");
+    insertWith("Command1", &MainForm::pageLinkForm, 2);
+    caretAtEnd();
+    insertWith("btnInsertQAndA", &MainForm::qAndAChooser, 2);
+
+    const QString picture = QString::fromStdString((install / "swatch.png").string());
+    QImage swatch(24, 24, QImage::Format_RGB32);
+    swatch.fill(Qt::red);
+    ASSERT_TRUE(swatch.save(picture));
+    dialogs.file = picture;
+    select("lstPages", 1);
+    type("txtPageTitle", "Mixing");
+    writePage("<P>Two primaries make a secondary.</P>");
+    caretAtEnd();
+    click("btnInsertImage");
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return containsText(session.module.pages[1].content, "swatch.png"); }, kWaitMs));
+
+    select("lstPages", 2);
+    type("txtPageTitle", "Summary");
+    writePage("<P>Red, yellow and blue.</P>");
+
+    const std::string& first = session.module.pages[0].content;
+    EXPECT_TRUE(containsText(first, "showGlossaryPopup('2', 240, 180);")) << first;
+    EXPECT_TRUE(containsText(first, ">hue</A>")) << first;
+    EXPECT_TRUE(containsText(first, "<A href=\"page2.html\">the summary</A>")) << first;
+    EXPECT_TRUE(containsText(first, activityPlaceholder(session.contentPaths(), 3))) << first;
+
+    const CourseModule typed = session.module;
+    save();
+    const std::string stored = readText(moduleFile("Course1", "page0.html"));
+    EXPECT_TRUE(containsText(stored, "writeActivityHTML(3)")) << stored;
+    EXPECT_TRUE(containsText(readText(moduleFile("Course1", "page1.html")), "media/swatch.png"));
+    EXPECT_TRUE(std::filesystem::exists(moduleFile("Course1", "media/swatch.png")));
+    reopen();
+    expectSame(session.module, typed);
+    EXPECT_EQ(rows("lstPages"),
+              (std::vector<QString>{"Primary colours", "1. Mixing", "2. Summary"}));
+    handOver("Lesson");
+}
+
+TEST_F(AuthoredModules, AnEvaluationOfFiveShuffledQuestionsThreeAskedWithOptionFeedback) {
+    openType(kEvaluation);
+    type("txtModuleTitle", "Colour check");
+    showTab(1);
+    removeSampleItems(0);
+
+    struct Question {
+        const char* text;
+        bool several;
+        std::initializer_list<Option> options;
+    };
+    const Question questions[] = {
+        {"Which colour is primary?",
+         false,
+         {{"Red", true, nullptr},
+          {"Green", false, "Not primary in paint: green is mixed."},
+          {"Orange", false, "Not primary: red and yellow make it."}}},
+        {"Which colours are warm?",
+         true,
+         {{"Red", true, nullptr},
+          {"Orange", true, nullptr},
+          {"Blue", false, "Not warm: blue is a cool colour."}}},
+        {"What do blue and yellow make?",
+         false,
+         {{"Green", true, nullptr}, {"Purple", false, "Not purple: that is red and blue."}}},
+        {"What is a shade?",
+         false,
+         {{"A colour with black added", true, nullptr},
+          {"A colour with white added", false, "Not a shade: that is a tint."}}},
+        {"Which is the complement of red?",
+         false,
+         {{"Green", true, nullptr}, {"Blue", false, "Not blue: it lies beside purple."}}},
+    };
+    for (const Question& q : questions) {
+        click("btnAddQuestion");
+        pasteQuestion(QString("<P>%1</P>").arg(q.text), q.text);
+        if (q.several) {
+            auto* kind = control<QComboBox>(form, "lstQuestionType");
+            kind->setCurrentIndex(1);
+            emit kind->activated(1);
+        }
+        typeOptions(q.options);
+        type("txtRationale", QString("About: %1").arg(q.text));
+    }
+    ASSERT_EQ(list("lstQAndA")->count(), 5);
+    EXPECT_EQ(session.module.questions[1].questionType, "checkbox");
+
+    auto* shuffle = control<QCheckBox>(form, "chkShuffleQuestions");
+    if (!shuffle->isChecked())
+        shuffle->click();
+    type("txtNumberToAsk", "3");
+    EXPECT_EQ(session.module.intNumQuestions, 3);
+    EXPECT_EQ(session.module.shuffleEvalQuestions, "true");
+
+    const CourseModule typed = session.module;
+    save();
+    const std::string scripts = readText(moduleFile("Course1", "scripts/inc_Questions.js"));
+    EXPECT_TRUE(containsText(scripts, "var shuffleEvalQuestions = true;\r\n")) << scripts;
+    EXPECT_TRUE(containsText(scripts, "var intNumQuestions = 3;\r\n")) << scripts;
+    reopen();
+    expectSame(session.module, typed);
+    EXPECT_EQ(control<QLineEdit>(form, "txtNumberToAsk")->text(), "3");
+    EXPECT_TRUE(control<QCheckBox>(form, "chkShuffleQuestions")->isChecked());
+    handOver("Evaluation");
+}
+
+TEST_F(AuthoredModules, ASurveyOfThreeQuestions) {
+    openType(kSurvey);
+    type("txtModuleTitle", "Course feedback");
+    showTab(1);
+    // The last item stays, with its five ratings, and is typed over.
+    removeSampleItems(1);
+    bool first = true;
+    for (const char* text : {"How clear were the pages?", "How useful was the activity?",
+                             "How fair was the evaluation?"}) {
+        if (first)
+            select("lstQAndA", 0);
+        else
+            click("btnAddQuestion");
+        first = false;
+        pasteQuestion(QString("<P>%1</P>").arg(text), text);
+    }
+    ASSERT_EQ(list("lstQAndA")->count(), 3);
+
+    const CourseModule typed = session.module;
+    // Every rating counts as a correct option, so the question check names each question; it
+    // only warns.
+    save("The following questions have an inappropriate number of correct options.     \r\n"
+         "Please revisit the following questions:\r\n     1, 2, 3");
+    reopen();
+    expectSame(session.module, typed);
+    // Each came with the five ratings.
+    for (const QAndAItem& item : session.module.questions) {
+        std::vector<std::string> ratings;
+        for (const QuestionOption& o : item.options)
+            ratings.push_back(o.txtDisplay);
+        EXPECT_EQ(ratings, (std::vector<std::string>{"Excellent", "Good", "Average",
+                                                     "Below Average", "Poor"}));
+    }
+    handOver("Survey");
+}
+
+// Quotes, backslashes, line breaks, a closing script tag, markup, emoji and a very long text in
+// the fields of one lesson. The player's test reads the texts it should show from hostile.json.
+TEST_F(AuthoredModules, HostileTextsSaveReloadAndAreHandedToThePlayer) {
+    openType(kLesson);
+    const QString emoji = QString::fromUtf8("\xF0\x9F\x8E\xA8 \xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F"
+                                            "\x92\xBB");
+    const QJsonObject texts{
+        {"title", "Say \"hi\" to </script><b>bold</b> " + emoji},
+        {"copyright", "C:\\Lumora\\path 'single' & </script>"},
+        {"pageTitle", "<i>Page</i> \"one\" " + emoji},
+        {"content", "</script><script>alert(1)</script> \"quoted\" & <b>typed markup</b> " + emoji},
+        {"term", "<term> \"Q\" & A"},
+        {"definitionStart", "First line with \"quotes\" and </script>"},
+        {"question", "Which </script> is \"right\"? " + emoji},
+        {"rationale", "Because <b>it</b> is \"so\" " + emoji},
+    };
+    paste("txtModuleTitle", texts["title"].toString());
+    paste("txtCopyright", texts["copyright"].toString());
+    paste("txtPageTitle", texts["pageTitle"].toString());
+    // Typed text, so markup in it is text; then a term link over its first word.
+    waitLoaded("dhtmlLessonEdit");
+    js("dhtmlLessonEdit", QStringLiteral("(() => { document.body.focus();"
+                                         " getSelection().selectAllChildren(document.body);"
+                                         " document.execCommand('insertText', false, %1); })()")
+                              .arg(jsString("Term " + texts["content"].toString())));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return containsText(session.module.pages[0].content, "typed markup"); }, kWaitMs));
+    mark("Term");
+    insertWith("btnInsertTerm", &MainForm::termChooser, 0);
+
+    showTab(2);
+    select("lstTerms", 0);
+    paste("txtTerm", texts["term"].toString());
+    pasteDefinition(texts["definitionStart"].toString() + "\nsecond line " + emoji + "\n" +
+                    QString(100000, QChar('x')));
+
+    showTab(1);
+    select("lstQAndA", 0);
+    pasteQuestion("<P>" + texts["question"].toString().toHtmlEscaped() + "</P>", "is \"right\"");
+    paste("txtRationale", texts["rationale"].toString());
+
+    const CourseModule typed = session.module;
+    save();
+    reopen();
+    expectSame(session.module, typed);
+    EXPECT_EQ(control<QLineEdit>(form, "txtModuleTitle")->text(), texts["title"].toString());
+
+    if (const char* out = std::getenv("LUMORA_AUTHORED_DIR")) {
+        handOver("Hostile");
+        QFile json(QString::fromLocal8Bit(out) + "/hostile.json");
+        ASSERT_TRUE(json.open(QIODevice::WriteOnly));
+        json.write(QJsonDocument(texts).toJson());
+    }
+}
+
+} // namespace
+} // namespace lumora::testing
