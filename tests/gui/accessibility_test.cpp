@@ -198,6 +198,14 @@ class EveryForm : public GuiTest, public ::testing::WithParamInterface<FormCase>
             control<QListWidget>(main, "lstOptions")->setCurrentRow(0);
             main->btnEditOption_Click();
         }
+        if (form == "TermChooser")
+            main->btnInsertTerm_Click();
+        if (form == "QAndAChooser")
+            main->btnInsertQAndA_Click();
+        if (form == "PageLink")
+            main->Command1_Click();
+        if (form == "Colors")
+            main->mnuColors_Click();
         if (form == "About")
             return shown(new AboutForm(session, main));
         if (form == "Settings")
@@ -209,7 +217,8 @@ class EveryForm : public GuiTest, public ::testing::WithParamInterface<FormCase>
         }
         for (QWidget* opened : std::initializer_list<QWidget*>{
                  main->findForm(), main->fontForm(), main->previewForm(), main->helpForm(),
-                 main->optionForm()})
+                 main->optionForm(), main->termChooser(), main->qAndAChooser(),
+                 main->pageLinkForm(), main->colorsForm()})
             if (opened)
                 return shown(opened);
         return main;
@@ -248,7 +257,16 @@ const FormCase kForms[] = {
     {"SpellCheck", "", 0,
      "txtContext txtChangeTo lstSuggestions cmdChange cmdChangeAll cmdIgnore cmdIgnoreAll "
      "cmdAdd cmdCancel"},
-    {"OptionEditor", "Evaluation", 1, "txtDisplay chkCorrect btnNext btnClose"},
+    {"OptionEditor", "Evaluation", 1,
+     "txtDisplay chkCorrect txtIncorrectRationale btnNext btnClose"},
+    {"TermChooser", "Lesson", 0, "lstTerms btnCreateTerm btnEditTerm btnInsertTerm CancelButton"},
+    {"QAndAChooser", "Lesson", 0,
+     "lstQAndA btnCreateQAndA btnEditQAndA btnInsertQAndA CancelButton"},
+    {"PageLink", "Lesson", 0, "lstPages btnInsertLink CancelButton"},
+    {"Colors", "Lesson", 0,
+     "lblTitleBackground lblTitleColor lblPageNumberBackground lblPageNumberColor "
+     "lblPageNameBackground lblPageNameColor lblContentBackground lblALink lblAVisited "
+     "lblCopyRightColor btnDefaultColors btnSave CancelButton"},
     {"Preview", "Lesson", 0, "wwwPreview"},
     {"Help", "Lesson", 0, "wwwBrowser"},
 };
