@@ -58,14 +58,7 @@ class AuthoringTest : public GuiTest {
     }
 
     QVariant js(const char* editorName, const QString& script) {
-        QVariant result;
-        bool done = false;
-        control<HtmlEditor>(form, editorName)->runJavaScript(script, [&](const QVariant& v) {
-            result = v;
-            done = true;
-        });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kWaitMs)) << script.toStdString();
-        return result;
+        return runScript(control<HtmlEditor>(form, editorName), script);
     }
 
     // Types into an editor's document as the browser's own typing does, at the end of its text,
@@ -79,11 +72,6 @@ class AuthoringTest : public GuiTest {
                                       " document.execCommand('insertText', false, %1); })()")
                            .arg(jsString(text)));
         ASSERT_TRUE(QTest::qWaitFor(arrived, kWaitMs)) << "the typing never reached the module";
-    }
-
-    static QString jsString(const QString& text) {
-        return "'" + QString(text).replace("\\", "\\\\").replace("'", "\\'").replace("\n", "\\n") +
-               "'";
     }
 
     // Closes the module and opens it again from its files, as Open does.

@@ -76,16 +76,7 @@ class EditingTest : public GuiTest {
         ASSERT_TRUE(loaded.wait(kWaitMs));
     }
 
-    QVariant js(HtmlEditor* editor, const QString& script) {
-        QVariant result;
-        bool done = false;
-        editor->runJavaScript(script, [&](const QVariant& v) {
-            result = v;
-            done = true;
-        });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kWaitMs)) << script.toStdString();
-        return result;
-    }
+    QVariant js(HtmlEditor* editor, const QString& script) { return runScript(editor, script); }
 
     // Selects from the first `from` to the end of the last `to` in the text of the elements
     // matching `selector` (`to` defaults to `from`).
@@ -116,9 +107,7 @@ class EditingTest : public GuiTest {
     void clickOn(HtmlEditor* editor, const QString& selector) {
         js(editor, QStringLiteral("document.querySelector('%1').click()").arg(selector));
     }
-    static QString quoted(const QString& text) {
-        return "'" + QString(text).replace("\\", "\\\\").replace("'", "\\'") + "'";
-    }
+    static QString quoted(const QString& text) { return jsString(text); }
 
     // Runs an action that ends in commandFinished and waits for it.
     void run(const std::function<void()>& action) {

@@ -14,6 +14,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QVariant>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -42,6 +43,23 @@ inline QWidget* visibleForm(const QString& name) {
         if (w->objectName() == name && w->isVisible())
             return w;
     return nullptr;
+}
+
+// Runs a script in a web page or an editor and waits for its result.
+template <class Target> QVariant runScript(Target* target, const QString& script) {
+    QVariant result;
+    bool done = false;
+    target->runJavaScript(script, [&](const QVariant& v) {
+        result = v;
+        done = true;
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kWaitMs)) << script.toStdString();
+    return result;
+}
+
+// `text` as a script's string literal.
+inline QString jsString(const QString& text) {
+    return "'" + QString(text).replace("\\", "\\\\").replace("'", "\\'").replace("\n", "\\n") + "'";
 }
 
 template <class T> T* control(QObject* form, const QString& name) {

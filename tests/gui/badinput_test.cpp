@@ -55,19 +55,13 @@ class BadInputTest : public AuthoringTest {
         page.load(QUrl::fromLocalFile(
             QString::fromStdString(moduleFile("Course1", "lessonframeset.html").string())));
         EXPECT_TRUE(loaded.wait(kWaitMs));
-        QVariant result;
-        bool done = false;
-        page.runJavaScript("JSON.stringify([modTitle, copyright,"
-                           " objLessonModule.pages.map(p => p.title),"
-                           " arrDefObjects.map(t => [t.term, t.definition]),"
-                           " arrActObjects.map(q => [q.actQuestion, q.actRationale,"
-                           "   q.actDistractors.map(o => o.txtDisplay)])])",
-                           [&](const QVariant& v) {
-                               result = v;
-                               done = true;
-                           });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kWaitMs));
-        return QJsonDocument::fromJson(result.toString().toUtf8()).array();
+        const QVariant values = runScript(&page, "JSON.stringify([modTitle, copyright,"
+                                                 " objLessonModule.pages.map(p => p.title),"
+                                                 " arrDefObjects.map(t => [t.term, t.definition]),"
+                                                 " arrActObjects.map(q => [q.actQuestion,"
+                                                 " q.actRationale,"
+                                                 " q.actDistractors.map(o => o.txtDisplay)])])");
+        return QJsonDocument::fromJson(values.toString().toUtf8()).array();
     }
 };
 
