@@ -1,6 +1,8 @@
 // The HTML editing widget and the preview/help web view, driven in a real web engine on the
 // offscreen platform: the classic content dialect, author edits reaching C++, content scripts
 // kept inert, the lumora-file scheme and the viewers' navigation rule.
+#include "GuiFixture.h"
+
 #include "content/ContentForms.h"
 #include "content/Normalize.h"
 #include "forms/editor/HtmlEditor.h"
@@ -12,7 +14,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,7 +25,8 @@
 namespace lumora {
 namespace {
 
-constexpr int kTimeoutMs = 20000;
+using testing::kWaitMs;
+using testing::runScript;
 
 void writeFile(const QString& path, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(path).absolutePath());
@@ -38,17 +40,6 @@ QByteArray tinyPng() {
     return QByteArray::fromBase64(
         "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5Erk"
         "Jggg==");
-}
-
-QVariant evaluate(QWebEnginePage* page, const QString& js) {
-    QVariant result;
-    bool done = false;
-    page->runJavaScript(js, [&](const QVariant& value) {
-        result = value;
-        done = true;
-    });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, kTimeoutMs)) << js.toStdString();
-    return result;
 }
 
 std::string str(const QVariant& value) {
@@ -72,11 +63,11 @@ class HtmlEditorTest : public ::testing::Test {
     void show(const QString& html) {
         QSignalSpy loaded(&editor, &HtmlEditor::loaded);
         editor.setContent(html, stylesheet(), folder.path());
-        ASSERT_TRUE(loaded.wait(kTimeoutMs)) << "the editor never reported its content loaded";
+        ASSERT_TRUE(loaded.wait(kWaitMs)) << "the editor never reported its content loaded";
         ASSERT_TRUE(editor.isLoaded());
     }
 
-    QVariant js(const QString& script) { return evaluate(editor.view()->page(), script); }
+    QVariant js(const QString& script) { return runScript(editor.view()->page(), script); }
 
     QString serialised() { return js("lumoraEditor.bodyHTML()").toString(); }
 
@@ -85,7 +76,7 @@ class HtmlEditorTest : public ::testing::Test {
     void editAndWait(QSignalSpy& changed, const QString& script) {
         const qsizetype before = changed.size();
         js(script);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return changed.size() > before; }, kTimeoutMs))
+        ASSERT_TRUE(QTest::qWaitFor([&] { return changed.size() > before; }, kWaitMs))
             << "no contentChanged after " << script.toStdString();
     }
 
@@ -143,7 +134,7 @@ TEST_F(HtmlEditorTest, AuthorTypingPushesTheNewContentAndLoadingPushesNothing) {
     show("<P>First</P><P>Second</P>");
     js("getSelection().collapse(document.querySelectorAll('P')[1].firstChild, 6);"
        " document.execCommand('insertText', false, ' line')");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !changed.isEmpty(); }, kTimeoutMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !changed.isEmpty(); }, kWaitMs));
     ASSERT_EQ(changed.size(), 1);
     EXPECT_EQ(str(changed.first().first()), "<P>First</P><P>Second line</P>");
 
@@ -152,7 +143,7 @@ TEST_F(HtmlEditorTest, AuthorTypingPushesTheNewContentAndLoadingPushesNothing) {
     QTest::keyClicks(target, "cd");
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return editor.bodyHtml() == QStringLiteral("<P>First</P><P>Second linecd</P>"); },
-        kTimeoutMs))
+        kWaitMs))
         << editor.bodyHtml().toStdString();
     EXPECT_GE(changed.size(), 2);
 }
@@ -164,12 +155,12 @@ TEST_F(HtmlEditorTest, CtrlZUndoesAndCtrlYRedoesTyping) {
     js("getSelection().collapse(document.querySelector('P').firstChild, 1)");
     QWidget* target = editor.view()->focusProxy() ? editor.view()->focusProxy() : editor.view();
     QTest::keyClicks(target, "ab");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>xab</P>"; }, kTimeoutMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>xab</P>"; }, kWaitMs));
     QTest::keyClick(target, Qt::Key_Z, Qt::ControlModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>x</P>"; }, kTimeoutMs))
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>x</P>"; }, kWaitMs))
         << str(editor.bodyHtml());
     QTest::keyClick(target, Qt::Key_Y, Qt::ControlModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>xab</P>"; }, kTimeoutMs))
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.bodyHtml() == "<P>xab</P>"; }, kWaitMs))
         << str(editor.bodyHtml());
 }
 
@@ -179,33 +170,13 @@ TEST_F(HtmlEditorTest, ContentScriptsAndInlineHandlersNeverRun) {
                          "<A href=\"#\" onClick=\"window.ranClick = 1\">c</A>";
     show(page);
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return js("document.querySelector('IMG').complete").toBool(); }, kTimeoutMs));
+        [&] { return js("document.querySelector('IMG').complete").toBool(); }, kWaitMs));
     js("document.querySelector('A').click()");
     EXPECT_EQ(
         str(js("typeof window.ranScript + typeof window.ranHandler + typeof window.ranClick")),
         "undefinedundefinedundefined");
     // Inert, yet kept: the handlers come back spelt as written.
     EXPECT_EQ(str(serialised()), page.toStdString());
-}
-
-// A command that changes nothing pushes nothing (the first push is the bold one); formatting
-// the selection pushes, and colours come as the platform's colour number (red in the low byte).
-TEST_F(HtmlEditorTest, ExecCommandFormatsTheSelectionAndPushes) {
-    show("<P>make this bold</P>");
-    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
-    editor.execCommand("Unlink"); // no link, nothing selected
-    editor.execCommand("Bold");
-    selectWord("P", "this");
-    editor.execCommand("Bold");
-    ASSERT_TRUE(changed.wait(kTimeoutMs));
-    // The browser writes <b>; the serialiser upper-cases it like every element name.
-    EXPECT_EQ(str(changed.first().first()), "<P>make <B>this</B> bold</P>");
-    EXPECT_EQ(js("lumoraEditor.queryCommandValue('Bold')").toBool(), true);
-
-    editor.execCommand("ForeColor", "255");
-    ASSERT_TRUE(changed.wait(kTimeoutMs));
-    EXPECT_NE(editor.bodyHtml().indexOf("color=\"#ff0000\""), -1) << str(editor.bodyHtml());
-    EXPECT_EQ(js("lumoraEditor.queryCommandValue('ForeColor')").toInt(), 255);
 }
 
 TEST_F(HtmlEditorTest, JustifyNoneRemovesTheAlignmentOfTheSelectedBlocks) {
@@ -215,25 +186,17 @@ TEST_F(HtmlEditorTest, JustifyNoneRemovesTheAlignmentOfTheSelectedBlocks) {
     js("(() => { const ps = document.querySelectorAll('P, DIV');"
        " getSelection().setBaseAndExtent(ps[0].firstChild, 1, ps[1].firstChild, 1); })()");
     editor.execCommand("JustifyNone");
-    ASSERT_TRUE(changed.wait(kTimeoutMs));
+    ASSERT_TRUE(changed.wait(kWaitMs));
     EXPECT_EQ(str(editor.bodyHtml()),
               "<P>one</P><DIV style=\"color: red;\">two</DIV><P align=\"right\">three</P>");
 }
 
-TEST_F(HtmlEditorTest, SelectionOperations) {
+TEST_F(HtmlEditorTest, PastedHtmlReplacesTheSelectionAndKeepsItsSpelling) {
     const QString image = folder.filePath("media/pic.png");
     show("<P>one two</P><P><IMG src=\"" + image + "\"></P>");
-    const auto selection = [&] {
-        return str(js("lumoraEditor.selectionType() + ':' + lumoraEditor.selectionHTML()"));
-    };
-    EXPECT_EQ(selection(), "None:");
-    selectWord("P", "two");
-    EXPECT_EQ(selection(), "Text:two");
-    // An image selected whole is a "Control" selection; its HTML is the element.
-    js("lumoraEditor.selectNode(document.querySelector('IMG'))");
-    EXPECT_EQ(selection(), ("Control:<IMG src=\"" + image + "\">").toStdString());
-
     // Pasting replaces the selected image; the attribute spelling of the pasted HTML is kept.
+    // (Which selection Cut takes is driven through the Edit menu.)
+    js("lumoraEditor.selectNode(document.querySelector('IMG'))");
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
     editAndWait(changed, "lumoraEditor.pasteHTML('<a href=\"#term0\" onClick=\"x()\">T</a>')");
     EXPECT_EQ(str(editor.bodyHtml()),
@@ -281,56 +244,11 @@ TEST_F(HtmlEditorTest, PushedContentFollowsEditsUndoAndRedo) {
         "<P>alpha</P><P>betaX</P><P><B>gamma</B> delta</P><UL><LI>one</LI><LI><BR></LI></UL>");
 }
 
-// The find dialog's walk: search, select the match, move the search range's start past it
-// and its end back to the end of where the search began, search again.
-TEST_F(HtmlEditorTest, TextRangesFindSuccessiveMatches) {
-    show("<P>The cat sat.</P><P>Cats <B>scat</B>; the CAT ran</P>");
-    js("lumoraEditor.rangeCreate('whole', 'body')");
-    js("lumoraEditor.rangeDuplicate('whole', 'start')");
-    const auto findNext = [&](int flags) -> std::string {
-        if (!js(QStringLiteral("lumoraEditor.rangeFindText('search', 'cat', 1000, %1)").arg(flags))
-                 .toBool()) {
-            return "(none)";
-        }
-        js("lumoraEditor.rangeSelect('search')");
-        js("lumoraEditor.rangeDuplicate('search', 'match')");
-        js("lumoraEditor.rangeSetEndPoint('search', 'StartToEnd', 'match')");
-        js("lumoraEditor.rangeSetEndPoint('search', 'EndToEnd', 'start')");
-        // Where the match is: the text of the selection's paragraph and the match's own text.
-        return str(js("getSelection().anchorNode.parentNode.tagName + ':' + getSelection()"));
-    };
-    // Every match from the start of the body, with the match-case (4) and whole-word (2) flags.
-    const auto walk = [&](int flags) {
-        js("lumoraEditor.rangeDuplicate('whole', 'search')");
-        std::vector<std::string> found;
-        for (std::string m; found.size() < 10 && (m = findNext(flags)) != "(none)";)
-            found.push_back(m);
-        return found;
-    };
-    using Found = std::vector<std::string>;
-    EXPECT_EQ(walk(0), (Found{"P:cat", "P:Cat", "B:cat", "P:CAT"}));
-    EXPECT_EQ(walk(4 + 2), Found{"P:cat"});
-    EXPECT_EQ(walk(2), (Found{"P:cat", "P:CAT"}));
-
-    // The one-call form continues after the selection.
-    js("getSelection().collapse(document.body, 0)");
-    EXPECT_TRUE(js("lumoraEditor.findText('CAT', true, false)").toBool());
-    EXPECT_EQ(str(js("getSelection().anchorNode.parentNode.tagName + ':' + getSelection()")),
-              "P:CAT");
-    EXPECT_FALSE(js("lumoraEditor.findText('CAT', true, false)").toBool());
-}
-
-TEST_F(HtmlEditorTest, TextRangeSearchIsConfinedToTheSelectionAndTheCount) {
+// Over the whole body: the last "two" lies more than 1000 characters beyond the start of the
+// search, and a match never runs from one paragraph into the next. (Searching a selection and
+// replacing a match are driven through the find dialog.)
+TEST_F(HtmlEditorTest, TextRangeSearchStopsAtTheCountAndAtParagraphs) {
     show("<P>one two one two</P><P>" + QString(1200, QChar('x')) + " two</P>");
-    selectWord("P", "two one");
-    ASSERT_TRUE(js("lumoraEditor.rangeCreate('start', 'selection')").toBool());
-    js("lumoraEditor.rangeDuplicate('start', 'search')");
-    EXPECT_TRUE(js("lumoraEditor.rangeFindText('search', 'one', 1000, 0)").toBool());
-    EXPECT_EQ(str(js("lumoraEditor.rangeText('search')")), "one");
-    EXPECT_FALSE(js("lumoraEditor.rangeFindText('start', 'two two', 1000, 0)").toBool());
-
-    // Over the whole body: the last "two" lies more than 1000 characters beyond the start of
-    // the search, and a match never runs from one paragraph into the next.
     const std::vector<std::tuple<QString, int, bool>> searches = {
         {"one two one", 1000, true}, {" two", 5, false},    {"x two", 1000, false},
         {"x two", 2000, true},       {"twox", 2000, false},
@@ -343,12 +261,6 @@ TEST_F(HtmlEditorTest, TextRangeSearchIsConfinedToTheSelectionAndTheCount) {
                       .toBool(),
                   found)
             << text.toStdString() << " within " << count;
-
-    QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
-    js("lumoraEditor.rangeCreate('all', 'body')");
-    js("lumoraEditor.rangeFindText('all', 'TWO', 1000, 0)");
-    editAndWait(changed, "lumoraEditor.rangeSetText('all', 'three')");
-    EXPECT_TRUE(editor.bodyHtml().startsWith("<P>one three one two</P>")) << str(editor.bodyHtml());
 }
 
 // Selecting one item after another faster than the engine loads: only the last content is
@@ -359,7 +271,7 @@ TEST_F(HtmlEditorTest, RapidSetContentShowsTheLastContent) {
     editor.setContent("<P>one</P>", stylesheet(), folder.path());
     editor.setContent("<P>two</P>", stylesheet(), otherFolder.path());
     editor.setContent("<P>three</P>", stylesheet(), otherFolder.path());
-    ASSERT_TRUE(loaded.wait(kTimeoutMs));
+    ASSERT_TRUE(loaded.wait(kWaitMs));
     EXPECT_EQ(str(serialised()), "<P>three</P>");
     EXPECT_EQ(str(editor.bodyHtml()), "<P>three</P>");
 
@@ -382,11 +294,9 @@ TEST_F(HtmlEditorTest, EditedPageSavesBackWithOnlyTheEdit) {
         "<P>&nbsp;</P>";
     show(QString::fromStdString(toEditorHTML(stored, paths)));
     ASSERT_TRUE(
-        QTest::qWaitFor([&] { return js("document.images[2].complete").toBool(); }, kTimeoutMs));
+        QTest::qWaitFor([&] { return js("document.images[2].complete").toBool(); }, kWaitMs));
     EXPECT_EQ(js("document.images[2].naturalWidth").toInt(), 1)
         << "the media image loads from its absolute local path";
-    EXPECT_EQ(js("getComputedStyle(document.body).fontFamily").toString(), "Verdana")
-        << "the module's stylesheet is attached";
 
     QSignalSpy changed(&editor, &HtmlEditor::contentChanged);
     editAndWait(changed, "(() => { const t = document.querySelector('P').firstChild;"
@@ -409,16 +319,16 @@ TEST(HtmlEditorFocus, ReportsWhenTheEditorGetsTheFocus) {
     QApplication::setActiveWindow(&window);
     QSignalSpy loaded(editor, &HtmlEditor::loaded);
     editor->setContent("<P>x</P>", {}, QDir::tempPath());
-    ASSERT_TRUE(loaded.wait(kTimeoutMs));
+    ASSERT_TRUE(loaded.wait(kWaitMs));
 
     field->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }, kTimeoutMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }, kWaitMs));
     QSignalSpy focused(editor, &HtmlEditor::focusReceived);
     editor->view()->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !focused.isEmpty(); }, kTimeoutMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !focused.isEmpty(); }, kWaitMs));
 
     field->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }, kTimeoutMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return field->hasFocus(); }, kWaitMs));
     EXPECT_EQ(focused.size(), 1) << "leaving the editor is not a focus of the editor";
 }
 
@@ -459,7 +369,7 @@ class ModuleWebViewTest : public ::testing::Test {
         view.show();
     }
 
-    QVariant js(const QString& script) { return evaluate(view.page(), script); }
+    QVariant js(const QString& script) { return runScript(view.page(), script); }
 
     QString module(const QString& name) const { return folder.filePath("Lesson1/" + name); }
 
@@ -482,11 +392,11 @@ TEST_F(ModuleWebViewTest, FramesOfAModuleScriptEachOther) {
 
     QSignalSpy finished(&view, &QWebEngineView::loadFinished);
     view.navigateTo(module("lessonframeset.html"));
-    ASSERT_TRUE(finished.wait(kTimeoutMs));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return js("window.childSaw").isValid(); }, kTimeoutMs));
+    ASSERT_TRUE(finished.wait(kWaitMs));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return js("window.childSaw").isValid(); }, kWaitMs));
     EXPECT_EQ(str(js("window.childSaw")), "42:Frames");
     ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return js("!!(window.picLoaded && window.missingFailed)").toBool(); }, kTimeoutMs))
+        [&] { return js("!!(window.picLoaded && window.missingFailed)").toBool(); }, kWaitMs))
         << "an existing image loads and a missing one fails";
 }
 
@@ -498,36 +408,15 @@ TEST_F(ModuleWebViewTest, SameTargetReloadsFromDiskAndWaitsWhileLoading) {
     EXPECT_EQ(view.navigateTo(frameset), ModuleWebView::NavigationAction::Navigated);
     EXPECT_EQ(view.locationText(), frameset);
     EXPECT_EQ(view.navigateTo(frameset), ModuleWebView::NavigationAction::Ignored);
-    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    ASSERT_TRUE(finished.wait(kWaitMs));
     EXPECT_EQ(str(js("document.body.textContent")), "first");
     EXPECT_EQ(view.locationText(), frameset);
 
     // Saved since the last preview: the same target shows the file as it is now.
     writeFile(frameset, "<html><body>second</body></html>");
     EXPECT_EQ(view.navigateTo(frameset), ModuleWebView::NavigationAction::Reloaded);
-    ASSERT_TRUE(finished.wait(kTimeoutMs));
+    ASSERT_TRUE(finished.wait(kWaitMs));
     EXPECT_EQ(str(js("document.body.textContent")), "second");
-}
-
-// The installed Lesson template as a learner sees it in the preview: the player in the top
-// document reaches into its page frame, which only works when both are one origin.
-TEST_F(ModuleWebViewTest, TheLessonTemplateRunsInThePreview) {
-    const QString frameset =
-        QStringLiteral(LUMORA_DIST_DIR "/Templates/Lesson/lessonframeset.html");
-    if (!QFileInfo::exists(frameset)) {
-        GTEST_SKIP() << "no staged templates at " << frameset.toStdString();
-    }
-    QSignalSpy finished(&view, &QWebEngineView::loadFinished);
-    view.navigateTo(frameset);
-    ASSERT_TRUE(finished.wait(kTimeoutMs));
-    const QString pageText = "(() => { const f = document.querySelector('iframe');"
-                             " const d = f && f.contentDocument;"
-                             " return d && d.body ? d.location.pathname + ' ' +"
-                             " d.body.textContent.trim().length : ''; })()";
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return js(pageText).toString().contains(QRegularExpression("\\.html [1-9]")); },
-        kTimeoutMs))
-        << str(js(pageText));
 }
 
 } // namespace
