@@ -16,6 +16,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextEdit>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -445,7 +446,6 @@ class SpellCheckTest : public EditingTest {
 };
 
 TEST_F(SpellCheckTest, TheBlockIsCheckedAndPutBackBySelectionType) {
-    EXPECT_EQ(menu("mnuSpellCheck")->shortcut(), QKeySequence("F7"));
     // Nothing selected: the whole page, without its line breaks, replaces the body.
     showPage("<P>teh first</P>\r\n<P>we recieve <B>teh</B> &nbsp;rest</P>");
     page->setFocus();
@@ -516,18 +516,24 @@ TEST_F(CheckingDialogTest, TwoMisspellingsAreCorrectedThroughTheDialog) {
         GTEST_SKIP() << "no dictionary staged";
     showPage("<P>Teh operator signs the permitt.</P>\r\n<P>Keep the permitt <B>on site</B>.</P>");
     page->setFocus();
-    SpellAnswers answers({press("cmdChange", "The"), press("cmdChangeAll", "permit")});
+    QString context;
+    bool everyControlNamed = true;
+    SpellAnswers answers({
+        [&](SpellCheckDialog& dialog) {
+            context = dialog.findChild<QTextEdit*>("txtContext")->toPlainText();
+            for (QWidget* w : dialog.findChildren<QWidget*>())
+                if ((w->focusPolicy() & Qt::TabFocus) && w->accessibleName().isEmpty())
+                    everyControlNamed = false;
+            press("cmdChange", "The")(dialog);
+        },
+        press("cmdChangeAll"), // the first suggestion, chosen when the word is shown
+    });
     run([&] { menu("mnuSpellCheck")->trigger(); });
     EXPECT_EQ(answers.asked, (std::vector<std::string>{"Teh", "permitt"}));
+    EXPECT_EQ(context, "Teh operator signs the permitt.");
+    EXPECT_TRUE(everyControlNamed);
     EXPECT_EQ(pageContent(), "<P>The operator signs the permit.</P><P>Keep the permit <B>on "
                              "site</B>.</P>");
-}
-
-TEST_F(SpellCheckTest, WithoutADictionaryTheCommandIsOffAndSaysWhy) {
-    session.spellingAvailable = false;
-    form->mnuEdit_Click();
-    EXPECT_FALSE(menu("mnuSpellCheck")->isEnabled());
-    EXPECT_TRUE(menu("mnuSpellCheck")->toolTip().contains("not available"));
 }
 
 // ---- the Edit menu and bad input ------------------------------------------------------------
@@ -557,11 +563,20 @@ TEST_F(EditingTest, EditMenuFollowsTheTabAndTheActiveControl) {
     form->mnuEdit_Click();
     EXPECT_TRUE(menu("mnuPasteUnformatted")->isEnabled());
 
+    // Without a dictionary the spelling command is off and its tip says why.
+    session.spellingAvailable = false;
+    form->mnuEdit_Click();
+    EXPECT_FALSE(menu("mnuSpellCheck")->isEnabled());
+    EXPECT_TRUE(menu("mnuSpellCheck")->toolTip().contains("not available"));
+
     const std::vector<std::pair<const char*, QKeySequence>> shortcuts = {
         {"mnuCut", QKeySequence("Ctrl+X")},
         {"mnuCopy", QKeySequence("Ctrl+C")},
         {"mnuPasteUnformatted", QKeySequence("Ctrl+Shift+V")},
-        {"mnuFind", QKeySequence("Ctrl+F")}};
+        {"mnuFind", QKeySequence("Ctrl+F")},
+        {"mnuSpellCheck", QKeySequence("F7")},
+        {"mnuSave", QKeySequence(QKeySequence::Save)},
+        {"mnuHelpContents", QKeySequence(QKeySequence::HelpContents)}};
     for (const auto& [name, keys] : shortcuts)
         EXPECT_EQ(menu(name)->shortcut(), keys) << name;
 }
