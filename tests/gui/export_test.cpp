@@ -1,5 +1,6 @@
-// File > Export Package...: the dialog's formats, suggested names, an Evaluation's pass mark and
-// the remembered choice, and the zip it leads to, with the module folder left as it was.
+// File > Export Package...: the save it asks for, the dialog's formats, suggested names, an
+// Evaluation's pass mark and the remembered choice, and the zip it leads to, with the module
+// folder left as it was and never holding the zip.
 #include "GuiFixture.h"
 
 #include "forms/dialogs/ExportPackageDialog.h"
@@ -72,7 +73,21 @@ TEST_F(ExportTest, TheDialogLeadsToTheChosenFormatAndKeepsTheChoiceForNextTime) 
     openModule("Quiz1", "Evaluation");
     const fs::path zipPath = fs::path(root.path().toStdString()) / "out" / "Quiz1-cmi5.zip";
     fs::create_directories(zipPath.parent_path());
-    // A module never saved for SCORM/AICC in its folder is saved first, after asking.
+    const fs::path info = moduleFile("Quiz1", "scripts/inc_Questions.js");
+    // A module never saved for SCORM/AICC in its folder is saved first, after asking; declined,
+    // nothing is written.
+    auto* title = control<QLineEdit>(program->mainForm(), "txtModuleTitle");
+    title->selectAll();
+    title->insert("Packaged");
+    exportThroughMenu([&](QDialog* dialog) {
+        control<QLineEdit>(dialog, "txtPackageFile")
+            ->setText(QString::fromStdString(zipPath.string()));
+        control<QPushButton>(dialog, "btnExport")->click();
+    });
+    EXPECT_EQ(prompt.last()->title, "Export Package");
+    EXPECT_FALSE(fs::exists(zipPath));
+    EXPECT_FALSE(containsText(readText(info), "Packaged"));
+
     prompt.answer(Answer::Yes);
     exportThroughMenu([&](QDialog* dialog) {
         EXPECT_EQ(dialog->windowTitle(), "Export Package");
@@ -91,7 +106,7 @@ TEST_F(ExportTest, TheDialogLeadsToTheChosenFormatAndKeepsTheChoiceForNextTime) 
     });
     ASSERT_NE(prompt.last(), nullptr);
     EXPECT_EQ(prompt.last()->title, "Export Package");
-    EXPECT_EQ(prompt.messages.front().title, "Export Package"); // the save question
+    EXPECT_TRUE(containsText(readText(info), "var modTitle = \"Packaged\";"));
     const std::string cmi5 = zipEntry(zipPath, "cmi5.xml");
     EXPECT_TRUE(containsText(cmi5, "moveOn=\"Passed\" masteryScore=\"0.75\"")) << cmi5;
     EXPECT_EQ(zipEntry(zipPath, "imsmanifest.xml"), "");
@@ -110,6 +125,16 @@ TEST_F(ExportTest, TheDialogLeadsToTheChosenFormatAndKeepsTheChoiceForNextTime) 
     EXPECT_TRUE(
         containsText(zipEntry(zipPath.parent_path() / "Quiz1-scorm2004.zip", "imsmanifest.xml"),
                      "<schemaversion>2004 4th Edition</schemaversion>"));
+
+    // A package inside the module folder would contain itself: refused.
+    const fs::path inside = moduleFile("Quiz1", "x.zip");
+    exportThroughMenu([&](QDialog* dialog) {
+        control<QLineEdit>(dialog, "txtPackageFile")
+            ->setText(QString::fromStdString(inside.string()));
+        control<QPushButton>(dialog, "btnExport")->click();
+    });
+    EXPECT_EQ(prompt.last()->title, "Error");
+    EXPECT_FALSE(fs::exists(inside));
 }
 
 TEST_F(ExportTest, APassMarkIsOfferedForAnEvaluationOnlyAndATypedNameStays) {
