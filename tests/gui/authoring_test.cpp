@@ -131,24 +131,9 @@ TEST_F(AuthoringTest, TheEditorsShowTheModulesStylesheet) {
 
 // --- glossary ------------------------------------------------------------------------------
 
-TEST_F(AuthoringTest, DeletingAUsedTermNamesThePageAndChangesNothing) {
-    open(kLesson);
-    showTab(2);
-    const auto glossary = session.module.glossary;
-    select("lstTerms", 0);
-    prompt.answer(Answer::Yes);
-    click("btnRemoveTerm");
-    EXPECT_EQ(prompt.last()->text, "The selected term is currently in use.\r\n"
-                                   "Please remove links to this term from the following pages:\r\n"
-                                   "     Welcome");
-    EXPECT_EQ(session.module.glossary.size(), glossary.size());
-    EXPECT_EQ(session.module.glossary[0].term, "Lesson");
-    EXPECT_EQ(rows("lstTerms"), (std::vector<QString>{"Lesson", "Activity"}));
-}
-
 // A new term is typed into its fields, its definition over two lines, and comes back so from
-// the files; unused, the Delete key removes it.
-TEST_F(AuthoringTest, ATermIsCreatedEditedSavedAndRemoved) {
+// the files; unused, the Delete key removes it; a used term is refused.
+TEST_F(AuthoringTest, ATermIsCreatedEditedSavedAndRemovedAndAUsedOneRefused) {
     open(kLesson);
     showTab(2);
     click("btnAddTerm");
@@ -176,6 +161,16 @@ TEST_F(AuthoringTest, ATermIsCreatedEditedSavedAndRemoved) {
     QTest::keyRelease(list("lstTerms"), Qt::Key_Delete);
     EXPECT_EQ(rows("lstTerms"), (std::vector<QString>{"Lesson", "Activity"}));
     EXPECT_EQ(session.CurrentTerm, 1);
+
+    // A term a page links to is refused, naming the page, and stays.
+    select("lstTerms", 0);
+    prompt.answer(Answer::Yes);
+    click("btnRemoveTerm");
+    EXPECT_EQ(prompt.last()->text, "The selected term is currently in use.\r\n"
+                                   "Please remove links to this term from the following pages:\r\n"
+                                   "     Welcome");
+    EXPECT_EQ(session.module.glossary.size(), 2u);
+    EXPECT_EQ(rows("lstTerms"), (std::vector<QString>{"Lesson", "Activity"}));
 }
 
 // --- Q&A items and questions ---------------------------------------------------------------

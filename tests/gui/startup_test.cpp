@@ -75,17 +75,6 @@ TEST_F(StartupFlow, RefusingToCreateTheWorkspaceEndsTheProgram) {
 
 using StartChooserTest = GuiTest;
 
-TEST_F(StartChooserTest, EditWithoutAnyContentSaysSoAndStays) {
-    startToChooser();
-    QWidget* chooser = visibleForm("frmOpenChoose");
-    control<QToolButton>(chooser, "imgEdit")->click();
-    ASSERT_NE(prompt.last(), nullptr);
-    EXPECT_EQ(prompt.last()->text, "You have not created any custom content.\r\n"
-                                   "Please Create a Lesson, Evaluation, or Survey.");
-    EXPECT_TRUE(chooser->isVisible());
-    EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
-}
-
 // The name is asked again after a forbidden character and after a taken name (the refusals'
 // wording belongs to the workspace layer), then the trimmed name opens the main form.
 TEST_F(StartChooserTest, NewLessonAsksUntilTheNameIsAcceptedAndOpensTheMainForm) {
@@ -121,15 +110,19 @@ TEST_F(StartChooserTest, ClosingItWithoutAChoiceEndsTheProgram) {
     EXPECT_TRUE(finished.wait(kWaitMs));
 }
 
-// Enter presses the picture button that has the focus, Edit at first.
-TEST_F(StartChooserTest, EnterPressesTheFocusedPicture) {
+// Enter presses the picture button that has the focus, Edit at first: without any content Edit
+// says so and the chooser stays; a cancelled name for a new module keeps the chooser too.
+TEST_F(StartChooserTest, EnterPressesTheFocusedPictureAndRefusalsKeepTheChooser) {
     startToChooser();
     QWidget* chooser = visibleForm("frmOpenChoose");
     auto* imgEdit = control<QToolButton>(chooser, "imgEdit");
     ASSERT_EQ(chooser->focusWidget(), imgEdit);
     QTest::keyClick(imgEdit, Qt::Key_Return);
     ASSERT_EQ(prompt.messages.size(), 1u);
-    EXPECT_TRUE(containsText(prompt.last()->text, "You have not created any custom content."));
+    EXPECT_EQ(prompt.last()->text, "You have not created any custom content.\r\n"
+                                   "Please Create a Lesson, Evaluation, or Survey.");
+    EXPECT_TRUE(chooser->isVisible());
+    EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
 
     auto* imgNewSurvey = control<QToolButton>(chooser, "imgNewSurvey");
     imgNewSurvey->setFocus();
@@ -137,13 +130,6 @@ TEST_F(StartChooserTest, EnterPressesTheFocusedPicture) {
     QTest::keyClick(imgNewSurvey, Qt::Key_Enter);
     ASSERT_EQ(prompt.asked.size(), 1u);
     EXPECT_EQ(prompt.asked[0].title, "New Survey Folder");
-}
-
-TEST_F(StartChooserTest, CancellingTheNameKeepsTheChooser) {
-    startToChooser();
-    prompt.type(std::nullopt);
-    control<QToolButton>(visibleForm("frmOpenChoose"), "imgNewSurvey")->click();
-    EXPECT_EQ(prompt.asked.size(), 1u);
     EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Survey.");
     EXPECT_NE(visibleForm("frmOpenChoose"), nullptr);
     EXPECT_EQ(visibleForm("frmMain"), nullptr);
@@ -229,32 +215,25 @@ TEST_F(FolderChooserTest, ClosingItWithNoModuleOpenEndsTheProgram) {
 }
 
 // A Lesson whose module information lists none of its folder's page files still opens, and
-// the author is warned that those files are not part of it.
+// the author is warned that those files are not part of it. The arrow keys choose its row and
+// Enter opens it.
 TEST_F(FolderChooserTest, ALessonWithPageFilesOutsideItOpensWithAWarning) {
     QWidget* chooser = openChooser();
     const std::filesystem::path info = workspace / "Beta" / "scripts" / "inc_ModuleInfo.js";
     const std::string text = readText(info);
     std::ofstream(info, std::ios::binary) << text.substr(0, text.find("\r\n") + 2);
-    control<QListWidget>(chooser, "lstDirectories")->setCurrentRow(1); // Beta (L)
-    control<QPushButton>(chooser, "OKButton")->click();
-    ASSERT_NE(prompt.last(), nullptr);
-    EXPECT_EQ(prompt.last()->title, "Warning");
-    EXPECT_EQ(prompt.last()->icon, Icon::Exclamation);
-    EXPECT_NE(visibleForm("frmMain"), nullptr);
-    EXPECT_TRUE(std::filesystem::exists(workspace / "Beta" / "page2.html"));
-}
-
-// The arrow keys choose a row and Enter opens it.
-TEST_F(FolderChooserTest, EnterOnARowOpensIt) {
-    QWidget* chooser = openChooser();
     auto* list = control<QListWidget>(chooser, "lstDirectories");
     EXPECT_EQ(chooser->focusWidget(), list);
     QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Down); // Beta (L)
     QTest::keyClick(list, Qt::Key_Return);
+    ASSERT_NE(prompt.last(), nullptr);
+    EXPECT_EQ(prompt.last()->title, "Warning");
+    EXPECT_EQ(prompt.last()->icon, Icon::Exclamation);
     EXPECT_EQ(session.module.folderName, "Beta");
     EXPECT_NE(visibleForm("frmMain"), nullptr);
     EXPECT_EQ(visibleForm("frmChooseFolder"), nullptr);
+    EXPECT_TRUE(std::filesystem::exists(workspace / "Beta" / "page2.html"));
 }
 
 } // namespace
