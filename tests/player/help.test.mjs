@@ -38,8 +38,13 @@ describe("the offline help", { skip: !(help && fs.existsSync(help)) && "the help
     const found = [];
     for (let i = 1; i <= pages; i++) {
       await H.waitFor(async () => (await pageNum()) === `Page ${i} of ${pages}`);
-      const frame = await content();
-      await frame.waitForLoadState("load");
+      // The page number changes before the frame has navigated: wait for the page's own file,
+      // loaded, or the checks below would run in the document that is going away.
+      let frame;
+      await H.waitFor(async () => {
+        frame = await content();
+        return !!frame && frame.url().endsWith(`/page${i - 1}.html`) && (await frame.evaluate(() => document.readyState).catch(() => "")) === "complete";
+      }, 15000);
       if (i === 1) found.push(...(await violations(page.mainFrame())).map((v) => `frameset: ${v}`));
       found.push(...(await violations(frame)).map((v) => `page ${i}: ${v}`));
       const broken = await frame.evaluate(() => [...document.images].filter((im) => !im.complete || !im.naturalWidth).map((im) => im.src));
