@@ -730,28 +730,6 @@
             return false;
         },
 
-        // Finds the next match after the selection (or from the caret) within `count`
-        // characters and selects it.
-        findText(searchText, matchCase, wholeWord, count) {
-            const search = document.createRange();
-            const current = currentRange();
-            if (current) {
-                search.setStart(current.endContainer, current.endOffset);
-            } else {
-                search.setStart(document.body, 0);
-            }
-            search.setEnd(document.body, document.body.childNodes.length);
-            ranges.set('$find', search);
-            const flags = (matchCase ? 4 : 0) + (wholeWord ? 2 : 0);
-            const found = editor.rangeFindText('$find', searchText, count === undefined ? 1000 : count,
-                flags);
-            if (found) {
-                editor.rangeSelect('$find');
-            }
-            ranges.delete('$find');
-            return found;
-        },
-
         rangeSelect(name) {
             const selection = window.getSelection();
             selection.removeAllRanges();
