@@ -2,6 +2,7 @@
 // handler to the command's result being stored in the module (the main form's commandFinished,
 // which follows saveEditorContent). The real main form over a Lesson copied from the staged
 // installation; each run first selects a word in the middle of the page (not timed).
+#include "BenchLesson.h"
 #include "app/Session.h"
 #include "forms/FormDialogs.h"
 #include "forms/editor/HtmlEditor.h"
@@ -27,7 +28,6 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-namespace fs = std::filesystem;
 
 // Answers every question Yes and every address question with the same address.
 class YesPrompt : public lumora::Prompt {
@@ -90,16 +90,7 @@ struct OpenLesson {
     lumora::HtmlEditor* page = nullptr;
 
     bool open() {
-        const fs::path install = fs::path(root.path().toStdString());
-        for (const char* part : {"Templates", "app"})
-            fs::copy(fs::path(LUMORA_DIST_DIR) / part, install / part, fs::copy_options::recursive);
-        fs::create_directories(install / "MyContent" / "Bench");
-        fs::copy(install / "Templates" / "Lesson", install / "MyContent" / "Bench",
-                 fs::copy_options::recursive);
-        session.setInstallation(install.string());
-        session.module.moduleType = "Lesson";
-        session.module.folderName = "Bench";
-        if (!session.LoadModule())
+        if (!lumora::bench::loadBenchLesson(session, root.path().toStdString()))
             return false;
         session.module.pages[0].content = lessonPage(100 * 1024).toStdString();
         form = std::make_unique<lumora::MainForm>(session);

@@ -2,6 +2,7 @@
 // Lesson with 500 entries each, and the page list's Up button on a 1,000-page Lesson, from the
 // handler's call to its return with the lists refilled (the page editor then loads the page on
 // its own, as after any click in the list).
+#include "BenchLesson.h"
 #include "app/Session.h"
 #include "content/ContentForms.h"
 #include "forms/main/MainForm.h"
@@ -23,7 +24,6 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-namespace fs = std::filesystem;
 
 class YesPrompt : public lumora::Prompt {
   public:
@@ -48,16 +48,7 @@ struct BigLesson {
     std::unique_ptr<lumora::MainForm> form;
 
     bool open(int pages, int terms) {
-        const fs::path install = fs::path(root.path().toStdString());
-        for (const char* part : {"Templates", "app"})
-            fs::copy(fs::path(LUMORA_DIST_DIR) / part, install / part, fs::copy_options::recursive);
-        fs::create_directories(install / "MyContent" / "Bench");
-        fs::copy(install / "Templates" / "Lesson", install / "MyContent" / "Bench",
-                 fs::copy_options::recursive);
-        session.setInstallation(install.string());
-        session.module.moduleType = "Lesson";
-        session.module.folderName = "Bench";
-        if (!session.LoadModule())
+        if (!lumora::bench::loadBenchLesson(session, root.path().toStdString()))
             return false;
         grow(pages, terms);
         form = std::make_unique<lumora::MainForm>(session);
