@@ -14,8 +14,10 @@ after(async () => browser?.close());
 const withAicc = (type, state, body) => H.closing(async (keep) => {
   const dir = H.copyModule(type);
   const server = keep(await H.serve({ "/m/": dir }, hacpHandler(state)));
-  const open = async (query) => {
-    const opened = await H.open(browser, `${server.base}/m/${H.FRAMESET[type]}?${query(`${server.base}/hacp`)}`);
+  // open(query, page): on a page of the test's own (with its routes set) when given one.
+  const open = async (query, page) => {
+    const url = `${server.base}/m/${H.FRAMESET[type]}?${query(`${server.base}/hacp`)}`;
+    const opened = page ? (await page.goto(url), { page }) : await H.open(browser, url);
     keep(opened.page);
     return opened;
   };
@@ -43,6 +45,25 @@ describe("AICC HACP", () => {
       const last = putParams(state).at(-1);
       assert.match(last, /^\[Core\]\r\nLesson_Location=2\r\nLesson_Status=completed\r\nScore=\r\nTime=\d{2}:\d{2}:\d{2}\r\n\[Core_Lesson\]\r\nL[A-Za-z0-9_-]\r\n$/);
       assert.ok(!/[^\r]\n/.test(last), "lines end in CR LF");
+    });
+  });
+
+  // The first page starts loading with the frameset; when the LMS resumes on another page, a
+  // late report from the first page (its scripts slow, the resumed page slower) is not taken
+  // for the learner seeing it: page 2 alone unseen, the lesson stays incomplete.
+  test("lesson: a resume is not undone by the first page reporting late", () => {
+    const state = { requests: [], getParam: getParamData({ location: "2", status: "incomplete, resume", coreLesson: "LC" }) };
+    return withAicc("Lesson", state, async ({ open }) => {
+      const { page } = await H.open(browser);
+      const late = (ms) => async (route) => (await new Promise((done) => setTimeout(done, ms)), route.continue());
+      await page.route("**/player-page.js", late(400));
+      await page.route("**/page2.html", late(1500));
+      await open((hacp) => `aicc_sid=S2&aicc_url=${hacp}`, page);
+      await H.waitFor(() => page.frameLocator("#lumContent").locator("body").evaluate(() => /page2/.test(location.href)));
+      await new Promise((done) => setTimeout(done, 600)); // page 3's own report, its script late too
+      await page.goto("about:blank");
+      await H.waitFor(() => commands(state).includes("ExitAU"));
+      assert.ok(putParams(state).every((d) => /Lesson_Location=2\r\nLesson_Status=incomplete\r\n/.test(d)), putParams(state).join("|"));
     });
   });
 

@@ -3,6 +3,9 @@
 (function () {
   var pages = (window.objLessonModule && objLessonModule.pages) || [];
   var total = pages.length, current = -1, seen = [];
+  // The page the frame was last sent to; until it reports, a report from the page it leaves
+  // (the first page, loading from the start, when the LMS resumes elsewhere) is stale.
+  var pending = -1;
   var session = new LumSession(String(window.useSCORM) === "true");
   var $ = function (id) { return document.getElementById(id); };
   var frame;
@@ -32,7 +35,10 @@
 
   function show(n, load) {
     if (!(n >= 0 && n < total)) return;
-    if (load && n !== current) frame.src = pages[n].file;
+    if (load && n !== current) {
+      pending = n;
+      frame.src = pages[n].file;
+    }
     current = n;
     seen[n] = true;
     $("lumPageNum").textContent = "Page " + (n + 1) + " of " + total;
@@ -73,15 +79,24 @@
     $("lumNext").onclick = function () { show(current + 1, true); };
     window.addEventListener("message", function (e) {
       var d = e.data;
-      if (e.source === frame.contentWindow && d && d.lumora === "page" && d.page !== current &&
-          d.page >= 0 && d.page < total)
-        show(d.page, false);
+      if (e.source !== frame.contentWindow || !d || d.lumora !== "page") return;
+      if (pending >= 0 && d.page !== pending) return;
+      pending = -1;
+      if (d.page !== current && d.page >= 0 && d.page < total) show(d.page, false);
+    });
+    // A page that never reports (one that failed to load) does not hold later reports back.
+    frame.addEventListener("load", function () {
+      pending = -1;
     });
     if (!total) $("lumPageNum").textContent = "This lesson has no pages.";
   }
 
-  document.addEventListener("DOMContentLoaded", function () {
+  function start() {
     frame = $("lumContent");
+    // The first page is already loading (the frame names it, so it is fetched beside the
+    // player's scripts); a lesson without pages shows nothing.
+    if (total) current = 0;
+    else frame.src = "about:blank";
     build();
     session.watch(window);
     session.start().then(function (info) {
@@ -91,5 +106,9 @@
       show(at >= 0 && at < total ? at : 0, true);
       lumExitButton(session, $("lumNext").parentNode, "pageLink");
     });
-  });
+  }
+  // The frameset defers this script, so its page is parsed when it runs; an older frameset
+  // loads it in its head.
+  if (document.readyState === "loading") document.addEventListener("DOMContentLoaded", start);
+  else start();
 })();
