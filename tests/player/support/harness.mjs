@@ -42,6 +42,10 @@ export function copyModule(type, from = path.join(templates, type)) {
 const TYPES = { ".html": "text/html; charset=utf-8", ".js": "text/javascript; charset=utf-8", ".css": "text/css",
   ".png": "image/png", ".gif": "image/gif" };
 
+// Files go out without validators, so a test's every load reads the folder as it is now; the
+// budget script turns Last-Modified on, as a web server serving an unpacked package sends it.
+export const serving = { lastModified: false };
+
 // Serves `roots` (url prefix -> folder) on 127.0.0.1 and hands other requests to `extra`.
 export async function serve(roots, extra) {
   const server = http.createServer((req, res) => {
@@ -50,7 +54,9 @@ export async function serve(roots, extra) {
       if (!url.pathname.startsWith(prefix)) continue;
       const file = path.join(dir, decodeURIComponent(url.pathname.substring(prefix.length)));
       if (!file.startsWith(dir) || !fs.existsSync(file) || fs.statSync(file).isDirectory()) break;
-      res.writeHead(200, { "Content-Type": TYPES[path.extname(file)] ?? "application/octet-stream" });
+      const headers = { "Content-Type": TYPES[path.extname(file)] ?? "application/octet-stream" };
+      if (serving.lastModified) headers["Last-Modified"] = fs.statSync(file).mtime.toUTCString();
+      res.writeHead(200, headers);
       return fs.createReadStream(file).pipe(res);
     }
     if (extra && extra(req, res, url) !== false) return;
