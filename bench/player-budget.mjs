@@ -114,13 +114,16 @@ const launches = {
   "AICC": [() => `${hacp.base}/m/lessonframeset.html?aicc_sid=S1&aicc_url=${hacp.base}/hacp`, top],
   "cmi5": [() => lms.launchUrl(`${server.base}/lessonframeset.html`), top],
 };
+// The launches take turns, so a busy moment of the machine falls on all of them alike.
 const browser = await H.launch();
-for (const [what, [url, frameset]] of Object.entries(launches)) {
-  const runs = [];
-  for (let run = 0; run < 15; run++) runs.push(await firstPage(browser, url(), frameset));
-  const median = (i) => runs.map((r) => r[i]).sort((a, b) => a - b)[runs.length >> 1];
+const runs = {};
+for (let run = 0; run < 15; run++)
+  for (const [what, [url, frameset]] of Object.entries(launches))
+    (runs[what] ??= []).push(await firstPage(browser, url(), frameset));
+for (const [what, times] of Object.entries(runs)) {
+  const median = (i) => times.map((r) => r[i]).sort((a, b) => a - b)[times.length >> 1];
   console.log(`First page of a 50-page lesson visible, ${what}: median ${median(1)} ms from the module's launch, ` +
-    `${median(0)} ms from the top page's start, over ${runs.length} loads (budget 300 ms) ${median(1) <= 300 ? "ok" : "OVER"}`);
+    `${median(0)} ms from the top page's start, over ${times.length} loads (budget 300 ms) ${median(1) <= 300 ? "ok" : "OVER"}`);
 }
 await browser.close();
 for (const s of [server, scorm, hacp, lms]) await s.close();
