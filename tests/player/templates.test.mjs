@@ -1,11 +1,10 @@
-// The template folders as files: the colour rules are the eleven lines the tool rewrites, and a
-// module written by the core (lumora-cli, when the staged installation has it) plays.
+// The template folders as files: the colour rules are the eleven lines the tool rewrites, and the
+// page files and the help are what the player and the editor read. (That a module the core saves
+// plays is the player-authored test's; that a save keeps the templates' scripts is SessionTest's.)
 import assert from "node:assert/strict";
-import { execFileSync } from "node:child_process";
 import fs from "node:fs";
-import os from "node:os";
 import path from "node:path";
-import { after, before, describe, test } from "node:test";
+import { describe, test } from "node:test";
 import * as H from "./support/harness.mjs";
 
 const TYPES = ["Lesson", "Evaluation", "Survey"];
@@ -41,38 +40,4 @@ describe("template files", () => {
     assert.ok(ctx.objLessonModule.pages.length >= 4);
     for (let i = 0; i < ctx.objLessonModule.pages.length; i++) assert.ok(fs.existsSync(path.join(help, `page${i}.html`)));
   });
-});
-
-const cli = H.dist && path.join(H.dist, "lumora-cli");
-describe("modules written by the core", { skip: !(cli && fs.existsSync(cli)) && "lumora-cli is not staged" }, () => {
-  let browser, ws;
-  before(async () => {
-    browser = await H.launch();
-    ws = fs.mkdtempSync(path.join(os.tmpdir(), "lumora-ws-"));
-  });
-  after(async () => {
-    await browser?.close();
-    fs.rmSync(ws, { recursive: true, force: true });
-  });
-  const run = (...args) => execFileSync(cli, ["--workspace", ws, "--yes", ...args], { stdio: "pipe" });
-
-  for (const type of TYPES) {
-    // That a save leaves the template's scripts as they are is the core's test (SessionTest).
-    test(`${type}: new and save without SCORM, and the saved module plays from disk`, async () => {
-      run("new", type, `m${type}`);
-      run("save", `m${type}`, "--non-scorm");
-      const dir = path.join(ws, `m${type}`);
-      const { page, errors } = await H.open(browser, H.fileUrl(dir, H.FRAMESET[type]));
-      if (type === "Lesson") {
-        await page.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
-        await page.locator("#lumNext").click();
-        await page.frameLocator("#lumContent").locator(".lumActivity").waitFor();
-      } else {
-        await page.locator(".lumQ").first().waitFor();
-      }
-      assert.equal(await page.evaluate(() => String(window.useSCORM)), "false");
-      assert.deepEqual(errors, []);
-      await page.close();
-    });
-  }
 });
