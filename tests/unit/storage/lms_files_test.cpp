@@ -51,36 +51,23 @@ bool hasProblem(const std::vector<std::string>& problems, const std::string& tex
 
 // --- bytes -----------------------------------------------------------------------------------
 
+// The manifest's structure is the schema check's (tests/player/manifest.test.mjs) and its bytes
+// the templates' (below); this holds what neither sees: identities, launch file and hrefs.
 TEST(LmsFilesBytes, ManifestListsFilesUnderOneScoLaunchingTheFrameset) {
     LmsModuleInfo info{"LUM-0123456789ABCDEF", "Safety-1", "Fire Safety", "poolframeset.html"};
-    const std::string expected =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
-        "<!-- Lumora module folder: Safety%2D1 -->\r\n"
-        "<manifest identifier=\"LUM-0123456789ABCDEF\" version=\"1.0\"\r\n"
-        "          xmlns=\"http://www.imsproject.org/xsd/imscp_rootv1p1p2\"\r\n"
-        "          xmlns:adlcp=\"http://www.adlnet.org/xsd/adlcp_rootv1p2\">\r\n"
-        "  <metadata>\r\n"
-        "    <schema>ADL SCORM</schema>\r\n"
-        "    <schemaversion>1.2</schemaversion>\r\n"
-        "  </metadata>\r\n"
-        "  <organizations default=\"LUM-0123456789ABCDEF-ORG\">\r\n"
-        "    <organization identifier=\"LUM-0123456789ABCDEF-ORG\">\r\n"
-        "      <title>Fire Safety</title>\r\n"
-        "      <item identifier=\"LUM-0123456789ABCDEF-ITEM\" "
-        "identifierref=\"LUM-0123456789ABCDEF-SCO\">\r\n"
-        "        <title>Fire Safety</title>\r\n"
-        "      </item>\r\n"
-        "    </organization>\r\n"
-        "  </organizations>\r\n"
-        "  <resources>\r\n"
-        "    <resource identifier=\"LUM-0123456789ABCDEF-SCO\" type=\"webcontent\" "
-        "adlcp:scormtype=\"sco\" href=\"poolframeset.html\">\r\n"
-        "      <file href=\"media/my%20photo.jpg\"/>\r\n"
-        "      <file href=\"poolframeset.html\"/>\r\n"
-        "    </resource>\r\n"
-        "  </resources>\r\n"
-        "</manifest>\r\n";
-    EXPECT_EQ(manifestXml(info, {"media/my photo.jpg", "poolframeset.html"}), expected);
+    const std::string xml = manifestXml(info, {"media/my photo.jpg", "poolframeset.html"});
+    for (const char* part :
+         {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<!-- Lumora module folder: Safety%2D1 -->",
+          "<manifest identifier=\"LUM-0123456789ABCDEF\" version=\"1.0\"",
+          "<schema>ADL SCORM</schema>\r\n    <schemaversion>1.2</schemaversion>",
+          "<organizations default=\"LUM-0123456789ABCDEF-ORG\">",
+          "<title>Fire Safety</title>\r\n      <item identifier=\"LUM-0123456789ABCDEF-ITEM\" "
+          "identifierref=\"LUM-0123456789ABCDEF-SCO\">\r\n        <title>Fire Safety</title>",
+          "<resource identifier=\"LUM-0123456789ABCDEF-SCO\" type=\"webcontent\" "
+          "adlcp:scormtype=\"sco\" href=\"poolframeset.html\">\r\n"
+          "      <file href=\"media/my%20photo.jpg\"/>\r\n      <file "
+          "href=\"poolframeset.html\"/>"})
+        EXPECT_NE(xml.find(part), std::string::npos) << part;
 }
 
 TEST(LmsFilesBytes, AiccCourseFilesDescribeOneUnitWithCrLfLines) {
