@@ -1,11 +1,10 @@
 // Saving modules whose folders were damaged by hand, checked by what is left on disk: page files
-// the module never held, a page deleted by hand, a read-only file, folders whose names hold the
+// the module never held, a read-only file, folders whose names hold the
 // characters normalisation rewrites, and the leftovers of an interrupted save.
 #include "AppFixture.h"
 
 #include "app/Workspace.h"
 #include "content/Normalize.h"
-#include "storage/PageFiles.h"
 #include "storage/TextFile.h"
 
 #include <functional>
@@ -107,17 +106,6 @@ TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
     EXPECT_FALSE(fs::exists(folder() / "page3.html"));
     EXPECT_FALSE(fs::exists(folder() / "page4.html"));
     EXPECT_EQ(readBytes(folder() / "page9.html"), "not the module's");
-}
-
-TEST_F(SaveSafetyTest, APageDeletedByHandComesBackEmpty) {
-    stageTemplates();
-    newLesson("Course1", 3);
-    fs::remove(folder() / "page1.html");
-    reload();
-    EXPECT_EQ(session().module.pages[1].content, "\r\n");
-    EXPECT_EQ(contentBetweenMarkers(readBytes(folder() / "page1.html")), "\r\n");
-    session().saveForScorm(true);
-    EXPECT_EQ(contentBetweenMarkers(readBytes(folder() / "page1.html")), "\r\n");
 }
 
 // Whichever file a save would write is read-only, the save fails naming it and writes nothing.

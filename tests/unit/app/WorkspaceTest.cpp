@@ -113,21 +113,27 @@ TEST_F(WorkspaceTest, FolderNamePrompt) {
         (Shown{"Course1 already exists.\r\nYou must use a unique name.", "Error", Icon::Critical}));
 }
 
-TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndLoadsIt) {
+TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndItsChooserEntryOpensIt) {
     prompt.type("My Course");
     ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
     const fs::path folder = workspace / "My_Course";
     EXPECT_TRUE(fs::is_regular_file(folder / "lessonframeset.html"));
     EXPECT_TRUE(fs::is_regular_file(folder / "images" / "logo.gif"));
     EXPECT_TRUE(fs::is_directory(folder / "media"));
-    const CourseModule& m = session().module;
-    EXPECT_EQ(m.moduleType + "|" + m.folderName + "|" + m.modTitle,
-              "Lesson|My_Course|Template Lesson");
-    EXPECT_EQ(m.ModuleFolder, folder.string());
-    EXPECT_EQ(m.templateFolder, (install / "Templates" / "Lesson").string());
-    ASSERT_FALSE(m.pages.empty());
-    EXPECT_EQ(m.pages[0].title, "First");
-    EXPECT_TRUE(session().ModuleLoaded);
+    EXPECT_EQ(session().module.templateFolder, (install / "Templates" / "Lesson").string());
+    for (const char* how : {"made", "opened from its entry"}) {
+        SCOPED_TRACE(how);
+        const CourseModule& m = session().module;
+        EXPECT_EQ(m.moduleType + "|" + m.folderName + "|" + m.modTitle + "|" + m.ModuleFolder,
+                  "Lesson|My_Course|Template Lesson|" + folder.string());
+        ASSERT_FALSE(m.pages.empty());
+        EXPECT_EQ(m.pages[0].title, "First");
+        EXPECT_TRUE(session().ModuleLoaded);
+        session().ResetModule();
+        const auto entries = listModuleFolders(workspace.string());
+        ASSERT_EQ(entries, std::vector<std::string>{"My_Course (L)"});
+        ASSERT_TRUE(OpenModuleEntry(session(), entries[0]));
+    }
 }
 
 TEST_F(WorkspaceTest, NewModuleFolderThatCannotBeMadeChangesNothing) {
@@ -219,17 +225,7 @@ TEST_F(WorkspaceTest, TypeDetectionByFramesetFileInOrderAndTheListing) {
     EXPECT_EQ(countSubfolders((root / "nowhere").string()), 0u);
 }
 
-TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntryOrRefuses) {
-    prompt.type("Quiz One");
-    ASSERT_TRUE(NewModuleFolder(session(), "Evaluation"));
-    session().ResetModule();
-    const auto entries = listModuleFolders(workspace.string());
-    ASSERT_EQ(entries, std::vector<std::string>{"Quiz_One (E)"});
-    ASSERT_TRUE(OpenModuleEntry(session(), entries[0]));
-    EXPECT_EQ(session().module.moduleType + "|" + session().module.folderName + "|" +
-                  session().module.modTitle,
-              "Evaluation|Quiz_One|Template Evaluation");
-
+TEST_F(WorkspaceTest, OpenEntryRefusesNoEntryAnUnknownTagAndAModuleThatCannotLoad) {
     EXPECT_FALSE(OpenModuleEntry(session(), ""));
     ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(shown(prompt.messages[0]),
@@ -237,9 +233,8 @@ TEST_F(WorkspaceTest, OpenEntryLoadsTheModuleNamedByTheEntryOrRefuses) {
     EXPECT_FALSE(OpenModuleEntry(session(), "Thing (x)"));
     ASSERT_EQ(prompt.messages.size(), 2u);
     EXPECT_EQ(prompt.messages[1].text, "No Module is in memory");
-    EXPECT_EQ(moduleTypeForTag("(l)"), "Lesson");
-    EXPECT_EQ(moduleTypeForTag("(e)"), "Evaluation");
-    EXPECT_EQ(moduleTypeForTag("(s)"), "Survey");
+    EXPECT_EQ(moduleTypeForTag("(l)") + moduleTypeForTag("(e)") + moduleTypeForTag("(s)"),
+              "LessonEvaluationSurvey");
 
     writeBytes(workspace / "Broken" / "surveyframeset.html", "");
     EXPECT_FALSE(OpenModuleEntry(session(), "Broken (S)"));

@@ -275,7 +275,6 @@ TEST_F(CliTest, PackageRefusesBadArgumentsAndTargetsItCannotWrite) {
     for (const char* setup :
          {"new Evaluation E1", "save E1", "new Lesson L1", "save L1", "new Survey S1"})
         ASSERT_EQ(ws(setup).status, 0) << setup;
-    writeBytes(root / "plain-file", "not a folder");
     const std::string zip = quoted((root / "x.zip").string());
     const std::string notOne = "--mastery takes a pass mark in percent, a number from 0 to 100: ";
     const struct {
@@ -286,7 +285,6 @@ TEST_F(CliTest, PackageRefusesBadArgumentsAndTargetsItCannotWrite) {
         {"E1 --format scorm3 -o " + zip, 2,
          "Unknown package format \"scorm3\": use scorm12, scorm2004 or cmi5\n"},
         {"E1 --mastery 101 -o " + zip, 1, notOne + "\"101\" is not one"},
-        {"E1 --mastery '' -o " + zip, 1, notOne + "\"\" is not one"},
         {"L1 --mastery 80 -o " + zip, 1,
          "--mastery: a pass mark applies to an Evaluation only, and \"L1\" is a Lesson"},
         {"Nothing -o " + zip, 1, "Nothing"},
@@ -297,8 +295,6 @@ TEST_F(CliTest, PackageRefusesBadArgumentsAndTargetsItCannotWrite) {
          "The package cannot be written inside the module folder"},
         {"E1 -o " + quoted((root / "missing" / "E1.zip").string()), 3,
          "Error: " + (root / "missing" / "E1.zip").string() + ": "},
-        {"E1 -o " + quoted((root / "plain-file" / "E1.zip").string()), 3,
-         "Error: " + (root / "plain-file" / "E1.zip").string() + ": "},
     };
     for (const auto& c : cases) {
         const CliRun r = ws("package " + c.args);
@@ -311,7 +307,7 @@ TEST_F(CliTest, PackageRefusesBadArgumentsAndTargetsItCannotWrite) {
         for (const auto& e : fs::directory_iterator(root.path()))
             left.push_back(e.path().filename().string());
         std::sort(left.begin(), left.end());
-        EXPECT_EQ(left, (std::vector<std::string>{"err", "out", "plain-file", "ws"})) << c.args;
+        EXPECT_EQ(left, (std::vector<std::string>{"err", "out", "ws"})) << c.args;
         EXPECT_FALSE(fs::exists(workspace / "E1" / "x.zip")) << c.args;
     }
 }
