@@ -66,17 +66,6 @@ class CliTest : public ::testing::Test {
     fs::path workspace = root / "ws";
 };
 
-TEST_F(CliTest, NewCreatesWorkspaceAndModuleFromTemplate) {
-    const CliRun r = ws("new Lesson '  My Course  '");
-    ASSERT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(r.out, "My_Course (L)\n");
-    EXPECT_NE(r.err.find("Create MyContent: The \"MyContent\" folder does not exist."),
-              std::string::npos);
-    EXPECT_TRUE(fs::is_regular_file(workspace / "My_Course" / "lessonframeset.html"));
-    EXPECT_TRUE(fs::is_regular_file(script("My_Course", "inc_ModuleInfo.js")));
-    EXPECT_TRUE(fs::is_directory(workspace / "My_Course" / "media"));
-}
-
 // Refusals end with status 1 and the core's message, each line ended the terminal's way;
 // usage errors with status 2. None of them asks again.
 TEST_F(CliTest, RefusalsAndUsageErrorsHaveTheirStatusAndMessage) {
@@ -106,31 +95,36 @@ TEST_F(CliTest, RefusalsAndUsageErrorsHaveTheirStatusAndMessage) {
     EXPECT_NE(help.out.find("new TYPE NAME"), std::string::npos);
 }
 
-TEST_F(CliTest, ListNeedsTheWorkspaceOrYesAndShowsModulesAsTheFolderChooserDoes) {
+// The workspace: list refuses to make it without --yes, new makes it with a note, both show
+// modules as the folder chooser does, and the environment names it unless the option does.
+TEST_F(CliTest, WorkspaceNewAndList) {
     CliRun r = ws("list");
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(r.err.find("Error: Cannot continue without \"MyContent\" folder."),
               std::string::npos);
     EXPECT_FALSE(fs::exists(workspace));
-    r = ws("--yes list");
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, "");
 
-    for (const char* setup : {"new Survey zeta", "new Lesson Alpha", "new Evaluation beta"})
+    r = ws("new Lesson '  My Course  '");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "My_Course (L)\n");
+    EXPECT_NE(r.err.find("Create MyContent: The \"MyContent\" folder does not exist."),
+              std::string::npos);
+    EXPECT_TRUE(fs::is_regular_file(workspace / "My_Course" / "lessonframeset.html"));
+    EXPECT_TRUE(fs::is_regular_file(script("My_Course", "inc_ModuleInfo.js")));
+    EXPECT_TRUE(fs::is_directory(workspace / "My_Course" / "media"));
+
+    for (const char* setup : {"new Survey zeta", "new Evaluation beta"})
         ASSERT_EQ(ws(setup).status, 0) << setup;
+    const std::string env = "LUMORA_WORKSPACE=" + quoted(workspace.string());
+    ASSERT_EQ(cli("new Lesson Alpha", env).status, 0);
     fs::create_directories(workspace / "notes");
     r = ws("list");
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, "Alpha (L)\nbeta (E)\nzeta (S)\n");
-}
+    EXPECT_EQ(r.out, "Alpha (L)\nbeta (E)\nMy_Course (L)\nzeta (S)\n"); // by name, case aside
 
-TEST_F(CliTest, WorkspaceFromEnvironmentUnlessTheOptionGivesOne) {
-    const std::string env = "LUMORA_WORKSPACE=" + quoted(workspace.string());
-    ASSERT_EQ(cli("new Lesson FromEnv", env).status, 0);
-    EXPECT_TRUE(fs::is_directory(workspace / "FromEnv"));
     const fs::path other = root / "other";
     fs::create_directories(other);
-    const CliRun r = cli("--workspace " + quoted(other.string()) + " list", env);
+    r = cli("--workspace " + quoted(other.string()) + " list", env);
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, "");
 }

@@ -45,14 +45,11 @@ TEST_F(StorageTest, LessonInformationAndPages) {
         EXPECT_NE(info.find(line), std::string::npos) << line;
     // Pages are written by position, whatever file name they were loaded from; the skeleton's
     // sample content between the markers is dropped.
-    EXPECT_EQ(readBytes(moduleFile("page0.html")),
-              "<HTML><HEAD><TITLE>Page</TITLE></HEAD>\r\n<BODY>\r\n"
-              "<DIV id=content><LUMApageContent>\r\n<P>Hello</P>\r\n"
-              "</LUMApageContent></DIV>\r\n</BODY></HTML>\r\n");
-    EXPECT_EQ(readBytes(moduleFile("page1.html")),
-              "<HTML><HEAD><TITLE>Page</TITLE></HEAD>\r\n<BODY>\r\n"
-              "<DIV id=content><LUMApageContent>\r\n\r\n"
-              "</LUMApageContent></DIV>\r\n</BODY></HTML>\r\n");
+    const auto page = [](const std::string& content) {
+        return replaceAll(kSkeleton, "<P>Template sample</P>\r\n", content + "\r\n");
+    };
+    EXPECT_EQ(readBytes(moduleFile("page0.html")), page("<P>Hello</P>"));
+    EXPECT_EQ(readBytes(moduleFile("page1.html")), page(""));
     EXPECT_FALSE(fs::exists(moduleFile("page5.html")));
 }
 
