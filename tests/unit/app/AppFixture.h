@@ -27,6 +27,21 @@ inline Shown shown(const testing::ShownMessage& m) {
     return {m.text, m.title, m.icon};
 }
 
+// The bytes of the files under `folder` whose relative paths start with `prefix`; without the
+// LMS import files when asked, since they carry the module's own id.
+inline std::map<std::string, std::string>
+folderFiles(const fs::path& folder, const std::string& prefix = "", bool importFiles = true) {
+    std::map<std::string, std::string> found;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        const std::string name = fs::relative(entry.path(), folder).string();
+        const std::string file = entry.path().filename().string();
+        const bool import = file == "imsmanifest.xml" || file.rfind("course.", 0) == 0;
+        if (entry.is_regular_file() && name.rfind(prefix, 0) == 0 && (importFiles || !import))
+            found[name] = readBytes(entry.path());
+    }
+    return found;
+}
+
 // A registry holding the keys a test puts in it.
 class FakeRegistry : public Registry {
   public:

@@ -35,16 +35,6 @@ class SaveSafetyTest : public AppTest {
     }
 
     fs::path folder() { return fs::path(session().module.ModuleFolder); }
-    // The bytes of the module folder's files whose names start with `prefix` ("" for all).
-    std::map<std::string, std::string> files(const std::string& prefix = "") {
-        std::map<std::string, std::string> found;
-        for (const auto& entry : fs::recursive_directory_iterator(folder())) {
-            const std::string name = fs::relative(entry.path(), folder()).string();
-            if (entry.is_regular_file() && name.rfind(prefix, 0) == 0)
-                found[name] = readBytes(entry.path());
-        }
-        return found;
-    }
 };
 
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
@@ -75,7 +65,7 @@ TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
     for (const auto& [damage, damaged] : damages) {
         SCOPED_TRACE(damage);
         newLesson("Course" + std::to_string(n++), 5);
-        const auto saved = files("page");
+        const auto saved = folderFiles(folder(), "page");
         ASSERT_EQ(saved.size(), 5u);
         const fs::path info = folder() / "scripts" / "inc_ModuleInfo.js";
         writeBytes(info, damaged(readBytes(info)));
@@ -89,7 +79,7 @@ TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
         EXPECT_NE(prompt.messages[0].text.find(" 5 page files "), std::string::npos);
 
         session().saveForScorm(true);
-        auto after = files("page");
+        auto after = folderFiles(folder(), "page");
         EXPECT_EQ(after.size(), 5u);
         after.erase("page0.html"); // the module's one page now
         for (const auto& [name, bytes] : after)
@@ -118,7 +108,7 @@ TEST_F(SaveSafetyTest, AReadOnlyFileFailsTheSaveBeforeAnythingIsWritten) {
         writeBytes(locked, readBytes(locked) + "// added by hand\r\n");
         fs::permissions(locked,
                         fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
-        const auto before = files();
+        const auto before = folderFiles(folder());
 
         session().module.modTitle = "Changed";
         session().module.pages[2].content = "<P>Changed</P>";
@@ -131,7 +121,7 @@ TEST_F(SaveSafetyTest, AReadOnlyFileFailsTheSaveBeforeAnythingIsWritten) {
             EXPECT_EQ(e.reason(), "Permission denied");
         }
         EXPECT_TRUE(session().ModuleChanged);
-        EXPECT_EQ(files(), before);
+        EXPECT_EQ(folderFiles(folder()), before);
         EXPECT_EQ(fs::status(locked).permissions(),
                   fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
         fs::permissions(locked, fs::perms::owner_write, std::filesystem::perm_options::add);

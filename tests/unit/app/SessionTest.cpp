@@ -8,21 +8,7 @@
 namespace lumora::test {
 namespace {
 
-class SessionTest : public AppTest {
-  protected:
-    // Every file of a module folder but the import files, which carry the module's own id.
-    static std::map<std::string, std::string> moduleFiles(const fs::path& folder) {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-            const std::string name = entry.path().filename().string();
-            if (!entry.is_regular_file() || name == "imsmanifest.xml" ||
-                name.rfind("course.", 0) == 0)
-                continue;
-            files[fs::relative(entry.path(), folder).string()] = readBytes(entry.path());
-        }
-        return files;
-    }
-};
+using SessionTest = AppTest;
 
 // What the author edits, with content in editor form.
 std::string describe(const CourseModule& m) {
@@ -49,13 +35,13 @@ TEST_F(SessionTest, NewModulesFromEveryTemplateSaveAndReloadUnchanged) {
         prompt.type(std::string("Course ") + type);
         ASSERT_TRUE(NewModuleFolder(session(), type));
         const fs::path folder = session().module.ModuleFolder;
-        const auto before = moduleFiles(folder);
+        const auto before = folderFiles(folder, "", false);
         const std::string loaded = describe(session().module);
         ASSERT_NE(session().module.modTitle, "");
 
         session().saveForScorm(session().module.useSCORM == "true");
         EXPECT_FALSE(session().ModuleChanged);
-        EXPECT_EQ(moduleFiles(folder), before);
+        EXPECT_EQ(folderFiles(folder, "", false), before);
 
         const std::string name = session().module.folderName;
         session().ResetModule();
