@@ -40,7 +40,7 @@ TEST(SuspendDataWorstCase, DigitsGrowAtPowersOfSixtyFourAndALessonHoldsSixPagesP
     }
 }
 
-TEST(SuspendDataWorstCase, EvaluationCountsTheAskedQuestionsWithTheMostOptions) {
+TEST(SuspendDataWorstCase, EvaluationCountsTheAskedQuestionsWithTheMostOptionsThatAreWritten) {
     auto m = module(kEvaluation);
     m.questions = {item(2), item(7), item(3)};
     m.intNumQuestions = 2;
@@ -51,10 +51,8 @@ TEST(SuspendDataWorstCase, EvaluationCountsTheAskedQuestionsWithTheMostOptions) 
     EXPECT_EQ(suspendDataWorstCase(m), 2u + 3 + 2 + 2);
     m.intNumQuestions = 40; // larger than the pool: capped by the script footer
     EXPECT_EQ(suspendDataWorstCase(m), 2u + 3 + 2 + 2);
-}
 
-TEST(SuspendDataWorstCase, EvaluationSkipsWhatTheWriterSkips) {
-    auto m = module(kEvaluation);
+    // What the writer skips does not count.
     m.questions = {item(3), item(3, ""), item(0)};
     auto gap = item(3);
     gap.options[1].txtDisplay.clear(); // an empty option is not written
