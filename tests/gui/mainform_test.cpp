@@ -1,11 +1,10 @@
 // The main form over an open module: what it shows per module type, the save question of New
-// and Open, the three saves, exit, preview, help and typing into the page editor.
+// and Open, the three saves, exit, preview and help.
 #include "GuiFixture.h"
 
 #include "forms/dialogs/WebViewerForm.h"
 #include "forms/editor/HtmlEditor.h"
 #include "forms/web/ModuleWebView.h"
-#include "storage/Paths.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -125,24 +124,17 @@ TEST_F(MainFormTest, CheckSaveAnsweredNoKeepsTheFilesAndYesSavesThem) {
     EXPECT_EQ(session.module.folderName, "Course1");
 }
 
-TEST_F(MainFormTest, SaveAsCopiesTheModuleAndRewritesItsPaths) {
+// Save As always saves for SCORM, into the copy (the copy and its rewritten paths are the
+// workspace layer's tests).
+TEST_F(MainFormTest, SaveAsSavesForScormIntoTheCopy) {
     MainForm* form = openLesson();
-    const std::string oldFolder = session.module.ModuleFolder;
-    session.module.pages[1].content =
-        "<P><IMG src=\"" + joinPath(joinPath(oldFolder, "media"), "a.gif") + "\"></P>";
     typeTitle(form, "Copied");
-    menu("mnuSaveNonSCORM")->trigger(); // the old folder holds the title, non-SCORM
-
+    menu("mnuSaveNonSCORM")->trigger();
     prompt.type("Copy1");
     menu("mnuSaveAs")->trigger();
-    EXPECT_EQ(session.module.folderName, "Copy1");
     EXPECT_EQ(session.module.ModuleFolder, (workspace / "Copy1").string());
-    EXPECT_TRUE(containsText(session.module.pages[1].content,
-                             joinPath(joinPath(session.module.ModuleFolder, "media"), "a.gif")));
-    // Save As always saves for SCORM, into the copy; the page file holds the stored path.
     EXPECT_TRUE(containsText(moduleInfo("Copy1"), "var useSCORM = true;"));
     EXPECT_TRUE(containsText(moduleInfo("Course1"), "var useSCORM = false;"));
-    EXPECT_TRUE(containsText(readText(moduleFile("Copy1", "page1.html")), "src=\"media/a.gif\""));
     EXPECT_FALSE(session.ModuleChanged);
 }
 
@@ -303,32 +295,6 @@ TEST_F(MainFormTest, HelpContentsAndTheOnlineHelpAddressFromTheSettings) {
     EXPECT_EQ(QSettings().value("help/onlineUrl").toString(), "about:blank");
     menu("mnuHelpOnline")->trigger();
     EXPECT_EQ(help->browser()->locationText(), "about:blank");
-}
-
-TEST_F(MainFormTest, TypingIntoThePageEditorReachesThePageContent) {
-    MainForm* form = openLesson();
-    auto* editor = control<HtmlEditor>(form, "dhtmlLessonEdit");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return editor->isLoaded(); }, kWaitMs));
-    QSignalSpy loaded(editor, &HtmlEditor::loaded);
-    control<QListWidget>(form, "lstPages")->setCurrentRow(1);
-    EXPECT_EQ(session.CurrentPage, 1);
-    ASSERT_TRUE(loaded.wait(kWaitMs));
-    EXPECT_FALSE(session.ModuleChanged);
-
-    // The caret at the end of the first heading, then the text inserted the way typing inserts
-    // it: through the browser's editing and its input event.
-    runScript(editor, "{ const h = document.querySelector('H2');"
-                      " getSelection().collapse(h, h.childNodes.length);"
-                      " document.execCommand('insertText', false, ' Zebra'); }");
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return containsText(session.module.pages[1].content, "Key ideas Zebra"); }, kWaitMs))
-        << session.module.pages[1].content;
-    EXPECT_TRUE(session.ModuleChanged);
-    EXPECT_FALSE(containsText(session.module.pages[0].content, "Zebra"));
-
-    // And it is what the page file holds after a save.
-    menu("mnuSave")->trigger();
-    EXPECT_TRUE(containsText(readText(moduleFile("Course1", "page1.html")), "Zebra"));
 }
 
 } // namespace
