@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
+#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTabWidget>
 
@@ -74,6 +75,18 @@ class EditingTest : public GuiTest {
         QSignalSpy loaded(question, &HtmlEditor::loaded);
         form->setQAndAList();
         ASSERT_TRUE(loaded.wait(kWaitMs));
+    }
+
+    // The source view of the page showing `text`, the characters from `from` to `to` selected.
+    QPlainTextEdit* showSource(const QString& text, int from = 0, int to = 0) {
+        control<QTabWidget>(form, "tabLessonPage")->setCurrentIndex(1);
+        auto* source = control<QPlainTextEdit>(form, "txtLessonEdit");
+        source->setPlainText(text);
+        QTextCursor cursor = source->textCursor();
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        source->setTextCursor(cursor);
+        return source;
     }
 
     QVariant js(HtmlEditor* editor, const QString& script) { return runScript(editor, script); }
