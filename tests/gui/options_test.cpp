@@ -29,8 +29,9 @@ class OptionsTest : public AuthoringTest {
     }
 };
 
-// The correct option carries the tick, the others none, and the row keeps the option's text.
-TEST_F(OptionsTest, TheListTicksTheCorrectOptionsAndFollowsTheCorrectBox) {
+// The correct option carries the tick, the others none, and the row keeps the option's text;
+// the editor steps through the options and creates one at the last.
+TEST_F(OptionsTest, TheListTicksTheCorrectOptionsAndTheEditorStepsAndCreates) {
     EXPECT_EQ(rows("lstOptions"), (std::vector<QString>{"Lesson", "Evaluation", "Survey"}));
     EXPECT_FALSE(ticked(0));
     EXPECT_TRUE(ticked(1));
@@ -47,15 +48,10 @@ TEST_F(OptionsTest, TheListTicksTheCorrectOptionsAndFollowsTheCorrectBox) {
     EXPECT_TRUE(ticked(0));
     EXPECT_EQ(list("lstOptions")->item(0)->icon().cacheKey(), tick);
     EXPECT_TRUE(session.ModuleChanged);
-}
 
-// Back and Next step through the options; at the last, Next reads "Create" and appends a
-// "Sample Option", selected whole so typing replaces it, and each keystroke shows in the
-// main form's list. Next refuses an empty text and stays.
-TEST_F(OptionsTest, TheEditorStepsThroughTheOptionsAndCreatesAtTheLast) {
-    select("lstOptions", 0);
-    click("btnEditOption");
-    ASSERT_NE(editor(), nullptr);
+    // Back and Next step through the options; at the last, Next reads "Create" and appends a
+    // "Sample Option", selected whole so typing replaces it, and each keystroke shows in the
+    // main form's list. Next refuses an empty text and stays.
     EXPECT_EQ(display()->text(), "Lesson");
     EXPECT_FALSE(editorButton("btnBack")->isEnabled());
     EXPECT_EQ(editorButton("btnNext")->text(), "Next");
@@ -93,9 +89,21 @@ TEST_F(OptionsTest, TheEditorStepsThroughTheOptionsAndCreatesAtTheLast) {
     EXPECT_FALSE(editor() && editor()->isVisible());
 }
 
-// Edit needs a selection; a double-click below the rows with none opens the editor on no
-// option, with nothing to type into.
-TEST_F(OptionsTest, EditWithoutASelectionIsRefusedAndADoubleClickBelowTheRowsOpensNoOption) {
+// Up refreshes through the item list; the Delete key removes the selected option. Edit needs a
+// selection; a double-click below the rows with none opens the editor on no option, with
+// nothing to type into.
+TEST_F(OptionsTest, UpDeleteAndEditWithoutASelection) {
+    select("lstOptions", 1);
+    click("btnUpOption");
+    EXPECT_EQ(rows("lstOptions"), (std::vector<QString>{"Evaluation", "Lesson", "Survey"}));
+    EXPECT_EQ(list("lstOptions")->currentRow(), 0);
+    EXPECT_TRUE(ticked(0));
+
+    prompt.answer(Answer::Yes);
+    QTest::keyRelease(list("lstOptions"), Qt::Key_Delete);
+    EXPECT_EQ(rows("lstOptions"), (std::vector<QString>{"Lesson", "Survey"}));
+    EXPECT_EQ(options().size(), 2u);
+
     list("lstOptions")->clearSelection();
     click("btnEditOption");
     EXPECT_EQ(prompt.last()->text, "No item is selected");
@@ -108,20 +116,6 @@ TEST_F(OptionsTest, EditWithoutASelectionIsRefusedAndADoubleClickBelowTheRowsOpe
     EXPECT_EQ(session.CurrentOption, -1);
     EXPECT_FALSE(display()->isEnabled());
     EXPECT_EQ(display()->text(), "");
-}
-
-// Up refreshes through the item list; the Delete key removes the selected option.
-TEST_F(OptionsTest, UpAndTheDeleteKeyReorderAndRemoveOptions) {
-    select("lstOptions", 1);
-    click("btnUpOption");
-    EXPECT_EQ(rows("lstOptions"), (std::vector<QString>{"Evaluation", "Lesson", "Survey"}));
-    EXPECT_EQ(list("lstOptions")->currentRow(), 0);
-    EXPECT_TRUE(ticked(0));
-
-    prompt.answer(Answer::Yes);
-    QTest::keyRelease(list("lstOptions"), Qt::Key_Delete);
-    EXPECT_EQ(rows("lstOptions"), (std::vector<QString>{"Lesson", "Survey"}));
-    EXPECT_EQ(options().size(), 2u);
 }
 
 } // namespace
