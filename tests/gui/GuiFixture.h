@@ -37,6 +37,12 @@ inline bool containsText(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+// A 1x1 transparent PNG.
+inline QByteArray tinyPng() {
+    return QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhf"
+                                  "DwAChwGA60e6kgAAAABJRU5ErkJggg==");
+}
+
 // A top-level form that is on screen, by its objectName.
 inline QWidget* visibleForm(const QString& name) {
     for (QWidget* w : QApplication::topLevelWidgets())

@@ -314,11 +314,7 @@ class MediaTest : public EditingTest {
         std::filesystem::create_directories(in / "saved_files");
         for (const char* name : {"PHOTO.GIF", "saved.htm", "saved_files/x.css"})
             std::ofstream(in / name) << name;
-        // A 1x1 picture.
-        std::ofstream(in / "my pic.png", std::ios::binary)
-            << QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42m"
-                                      "NkYPhfDwAChwGA60e6kgAAAABJRU5ErkJggg==")
-                   .toStdString();
+        std::ofstream(in / "my pic.png", std::ios::binary) << tinyPng().toStdString();
         media = session.module.ModuleFolder + "/media/";
     }
     void insert(const char* button, const std::filesystem::path& file) {

@@ -27,19 +27,13 @@ namespace {
 
 using testing::kWaitMs;
 using testing::runScript;
+using testing::tinyPng;
 
 void writeFile(const QString& path, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
     file.write(bytes);
-}
-
-// A 1x1 transparent PNG.
-QByteArray tinyPng() {
-    return QByteArray::fromBase64(
-        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAAAABJRU5Erk"
-        "Jggg==");
 }
 
 std::string str(const QVariant& value) {
