@@ -40,7 +40,9 @@ class MainFormTest : public GuiTest {
     }
 };
 
-TEST_F(MainFormTest, ALessonShowsItsPagesAndTheLessonTabs) {
+// What the form shows per module type: a Lesson its pages and all three tabs, an Evaluation
+// only its questions.
+TEST_F(MainFormTest, EachModuleTypeShowsItsOwnTabsAndLists) {
     MainForm* form = openLesson();
     EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
     EXPECT_EQ(control<QLineEdit>(form, "txtModuleTitle")->text(), "Sample Lesson");
@@ -57,11 +59,14 @@ TEST_F(MainFormTest, ALessonShowsItsPagesAndTheLessonTabs) {
     // Filling the form is no edit.
     EXPECT_FALSE(session.ModuleChanged);
     EXPECT_FALSE(session.ModuleLoaded);
-}
 
-TEST_F(MainFormTest, AnEvaluationShowsOnlyItsQuestions) {
-    MainForm* form = openModule("Quiz", "Evaluation");
-    auto* tabs = control<QTabWidget>(form, "tabMain");
+    // An Evaluation opened over it shows only its questions.
+    addModule("Quiz", "Evaluation");
+    session.ResetModule();
+    session.module.moduleType = "Evaluation";
+    session.module.folderName = "Quiz";
+    ASSERT_TRUE(session.LoadModule());
+    form->showLoadedModule();
     EXPECT_FALSE(tabs->isTabVisible(0));
     EXPECT_FALSE(tabs->isTabVisible(2));
     EXPECT_EQ(tabs->currentIndex(), 1);
