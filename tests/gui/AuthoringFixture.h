@@ -6,6 +6,7 @@
 
 #include "forms/editor/HtmlEditor.h"
 
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -29,6 +30,14 @@ class AuthoringTest : public GuiTest {
     void showTab(int tab) { control<QTabWidget>(form, "tabMain")->setCurrentIndex(tab); }
     // A selection made as the author makes it: the list's click handler runs.
     void select(const char* listName, int row) { list(listName)->setCurrentRow(row); }
+
+    // A paste into a one-line field (of the main form, or of `in`): one edit that replaces what
+    // the field held, every character as it is.
+    void paste(const char* name, const QString& text, QWidget* in = nullptr) {
+        auto* field = control<QLineEdit>(in ? in : form, name);
+        field->selectAll();
+        field->insert(text);
+    }
 
     std::vector<QString> rows(const char* listName) {
         std::vector<QString> texts;

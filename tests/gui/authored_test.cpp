@@ -55,12 +55,6 @@ class AuthoredModules : public AuthoringTest {
         field->selectAll();
         QTest::keyClicks(field, text);
     }
-    // A paste replaces it in one edit, every character as it is.
-    void paste(const char* name, const QString& text) {
-        auto* field = control<QLineEdit>(form, name);
-        field->selectAll();
-        field->insert(text);
-    }
     void pasteDefinition(const QString& text) {
         auto* definition = control<QPlainTextEdit>(form, "txtDefinition");
         definition->setFocus();

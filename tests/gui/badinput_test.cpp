@@ -10,12 +10,6 @@
 namespace lumora::testing {
 namespace {
 
-// Pastes into a field: one change, with every character as it is.
-void paste(QLineEdit* field, const QString& text) {
-    field->selectAll();
-    field->insert(text);
-}
-
 class BadInputTest : public AuthoringTest {
   protected:
     void SetUp() override {
@@ -28,15 +22,15 @@ class BadInputTest : public AuthoringTest {
         select("lstQAndA", 0);
         select("lstOptions", 0);
         click("btnEditOption");
-        paste(control<QLineEdit>(form->optionForm(), "txtDisplay"), text);
+        paste("txtDisplay", text, form->optionForm());
     }
 };
 
 // A backslash before a quote or at the end of a text would stop the course: the save goes on
 // and names those texts.
 TEST_F(BadInputTest, TextsTheScriptsCannotCarryAreNamedWhenSaved) {
-    paste(control<QLineEdit>(form, "txtModuleTitle"), "C:\\courses\\");
-    paste(control<QLineEdit>(form, "txtCopyright"), "C:\\courses \"quoted\"");
+    paste("txtModuleTitle", "C:\\courses\\");
+    paste("txtCopyright", "C:\\courses \"quoted\"");
     pasteIntoOption("say \\\"hi\\\"");
     menu("mnuSave")->trigger();
     ASSERT_EQ(prompt.messages.size(), 1u);
