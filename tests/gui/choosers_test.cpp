@@ -87,23 +87,6 @@ TEST_F(ChooserTest, TermReferencesTakeTheMarkedTextOrTheTermItself) {
         << pageContent();
     EXPECT_FALSE(chooser->isVisible());
 
-    // Over a bold, italic, coloured link: the link goes, the formatting stays around the term.
-    showPage("<P>see <A href=\"old.html\"><B><I><FONT face=\"Arial\" color=\"#ff0000\">the "
-             "guide</FONT></I></B></A> now</P>");
-    select(page, "FONT", "the guide");
-    chooser = openTerms();
-    control<QListWidget>(chooser, "lstTerms")->setCurrentRow(0);
-    clickInsert(chooser, "btnInsertTerm");
-    EXPECT_FALSE(containsText(pageContent(), "old.html")) << pageContent();
-    EXPECT_TRUE(containsText(pageContent(), "showGlossaryPopup('0', 240, 180);\" border=\"0\">the "
-                                            "guide</A>"))
-        << pageContent();
-    EXPECT_TRUE(js(page, "(() => { const a = document.querySelector('A[name=term0]');"
-                         " return [a.closest('B'), a.closest('I'), a.closest('FONT[face=Arial]'),"
-                         " a.closest('FONT[color=\"#ff0000\"]')].every(e => e) })()")
-                    .toBool())
-        << pageContent();
-
     // No row selected: the chooser says so and stays open; the page is untouched.
     const std::string before = pageContent();
     chooser = openTerms();
