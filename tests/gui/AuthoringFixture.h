@@ -53,13 +53,6 @@ class AuthoringTest : public GuiTest {
             contents.push_back(p.content);
         return contents;
     }
-    std::vector<std::string> pageTitles() const {
-        std::vector<std::string> titles;
-        for (const LessonPage& p : session.module.pages)
-            titles.push_back(p.title);
-        return titles;
-    }
-
     // Waits for an editor to show the content it was last given.
     void waitLoaded(const char* editorName) {
         auto* editor = control<HtmlEditor>(form, editorName);
