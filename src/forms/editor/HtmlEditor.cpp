@@ -185,8 +185,8 @@ void HtmlEditor::applyPendingContent() {
                 return;
             }
             if (!set.toBool()) {
-                // The document went away underneath (a new shell is
-                // loading); its announcement brings the content.
+                // The document went away underneath (a new shell is loading); its
+                // announcement brings the content.
                 m_contentPending = true;
                 return;
             }
