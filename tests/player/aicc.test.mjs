@@ -48,19 +48,20 @@ describe("AICC HACP", () => {
     });
   });
 
-  // The first page starts loading with the frameset; when the LMS resumes on another page, a
-  // late report from the first page (its scripts slow, the resumed page slower) is not taken
-  // for the learner seeing it: page 2 alone unseen, the lesson stays incomplete.
+  // The first page starts loading before the player, which comes at the latest half a second
+  // later. When the first page is still loading then (its scripts slow) and the LMS resumes on
+  // another page (slower still), the first page is not taken for seen: page 2 alone unseen, the
+  // lesson stays incomplete at the resumed location.
   test("lesson: a resume is not undone by the first page reporting late", () => {
     const state = { requests: [], getParam: getParamData({ location: "2", status: "incomplete, resume", coreLesson: "LC" }) };
     return withAicc("Lesson", state, async ({ open }) => {
       const { page } = await H.open(browser);
       const late = (ms) => async (route) => (await new Promise((done) => setTimeout(done, ms)), route.continue());
-      await page.route("**/player-page.js", late(400));
-      await page.route("**/page2.html", late(1500));
+      await page.route("**/player-page.js", late(1200));
+      await page.route("**/page2.html", late(2500));
       await open((hacp) => `aicc_sid=S2&aicc_url=${hacp}`, page);
       await H.waitFor(() => page.frameLocator("#lumContent").locator("body").evaluate(() => /page2/.test(location.href)));
-      await new Promise((done) => setTimeout(done, 600)); // page 3's own report, its script late too
+      await new Promise((done) => setTimeout(done, 1400)); // page 3's own report, its script late too
       await page.goto("about:blank");
       await H.waitFor(() => commands(state).includes("ExitAU"));
       assert.ok(putParams(state).every((d) => /Lesson_Location=2\r\nLesson_Status=incomplete\r\n/.test(d)), putParams(state).join("|"));

@@ -93,8 +93,8 @@
 
   function start() {
     frame = $("lumContent");
-    // The first page is already loading (the frame names it, so it is fetched beside the
-    // player's scripts); a lesson without pages shows nothing.
+    // The frame names the first page, which is in or on its way before the player's scripts;
+    // a lesson without pages shows nothing.
     if (total) current = 0;
     else frame.src = "about:blank";
     build();
@@ -107,8 +107,8 @@
       lumExitButton(session, $("lumNext").parentNode, "pageLink");
     });
   }
-  // The frameset defers this script, so its page is parsed when it runs; an older frameset
-  // loads it in its head.
+  // The frameset loads this script after its page is parsed; an older frameset loads it in its
+  // head.
   if (document.readyState === "loading") document.addEventListener("DOMContentLoaded", start);
   else start();
 })();
