@@ -40,6 +40,7 @@ function LumCmi5(p) {
   this.returnURL = "";
   this.tail = Promise.resolve();
   this.gone = false;       // the session ended: the queue sends nothing more
+  this.onWay = null;       // when the request not yet answered was handed to the browser
   this.outbox = [];        // statements made, not yet handed to the LRS
   this.retry = [];         // statements refused once: they go again with the next
   this.sendWaiting = false;
@@ -70,9 +71,17 @@ LumCmi5.prototype.request = function (method, path, query, body, atExit) {
     init.signal = ctrl.signal;
     setTimeout(function () { ctrl.abort(); }, 5000);
   }
+  var self = this, onWay = (this.onWay = lumNow());
+  var answered = function () {
+    if (self.onWay === onWay) self.onWay = null;
+  };
   return fetch(url, init).then(function (r) {
+    answered();
     if (!r.ok && r.status !== 404) throw r;
     return r;
+  }, function (e) {
+    answered();
+    throw e;
   });
 };
 
@@ -253,7 +262,8 @@ LumCmi5.prototype.commit = function (s) {
 };
 
 // terminated goes last, after everything still to say. Unloading, nothing can wait for an
-// answer: what is left goes at once, in order, and the queue is stopped.
+// answer: what is left goes at once, terminated a moment after the request before it, and the
+// queue is stopped.
 LumCmi5.prototype.finish = function (s, unloading) {
   var self = this, last = s.record ? this.news(s) : [];
   last.push(this.statement("terminated", { duration: lumDuration(Date.now() - this.started) }));
@@ -267,6 +277,7 @@ LumCmi5.prototype.finish = function (s, unloading) {
   }
   this.gone = true;
   if (state) this.putState(s, true);
+  lumHoldUntil(this.onWay === null ? null : this.onWay + LUM_EXIT_GAP);
   this.send(this.outbox.splice(0).concat(last), true);
 };
 

@@ -227,6 +227,23 @@ LumSession.prototype.finish = function (unloading) {
   return lumSettled(this.lms, "finish", this, !!unloading);
 };
 
+/* Requests handed to the browser within a few milliseconds of each other may reach the LMS in
+   either order. While the page lives, a connection orders its requests by waiting for answers;
+   as the page goes it cannot, so its last request (ExitAU, terminated) leaves only once the one
+   before it, still unanswered, has had this long to go first. */
+var LUM_EXIT_GAP = 50; // ms
+
+function lumNow() {
+  return window.performance && performance.now ? performance.now() : Date.now();
+}
+
+// Holds the page on the spot until `t` (lumNow() time, at most LUM_EXIT_GAP away): it is going,
+// and a timer would never fire.
+function lumHoldUntil(t) {
+  if (t === null) return;
+  while (lumNow() < t) {}
+}
+
 // Where the LMS wants the learner sent when the module is left; "" when it does not say.
 LumSession.prototype.returnURL = function () {
   return (this.lms && this.lms.returnURL) || "";
@@ -389,6 +406,7 @@ function LumAicc(sid, url) {
   this.tail = Promise.resolve();
   this.putWaiting = false; // a PutParam is queued: it takes the latest values when it goes
   this.gone = false;       // the page went: the queue sends nothing more
+  this.onWay = null;       // when the request not yet answered was handed to the browser
   this.opaque = false;     // the LMS's answers cannot be read (no CORS): send, do not read
 }
 
@@ -399,6 +417,7 @@ LumAicc.prototype.post = function (command, data, timeout, atExit) {
   var self = this, type = "application/x-www-form-urlencoded";
   var body = "command=" + command + "&version=4.0&session_id=" + encodeURIComponent(this.sid) +
     "&aicc_data=" + encodeURIComponent(data);
+  var onWay = (this.onWay = lumNow());
   if (atExit && navigator.sendBeacon) {
     try {
       if (navigator.sendBeacon(this.url, new Blob([body], { type: type }))) return Promise.resolve("");
@@ -415,8 +434,11 @@ LumAicc.prototype.post = function (command, data, timeout, atExit) {
     self.opaque = true;
     return "";
   });
-  if (!timeout) return sent;
-  return Promise.race([sent, new Promise(function (done) { setTimeout(done, timeout, ""); })]);
+  if (timeout) sent = Promise.race([sent, new Promise(function (done) { setTimeout(done, timeout, ""); })]);
+  return sent.then(function (text) {
+    if (self.onWay === onWay) self.onWay = null;
+    return text;
+  });
 };
 
 // Queues a request; `data` is called when it goes, so it sends the values of that moment.
@@ -475,10 +497,11 @@ LumAicc.prototype.finish = function (s, unloading) {
     this.commit(s);
     return this.send("ExitAU", function () { return ""; }, 5000);
   }
-  // Nothing can wait for an answer now: what is still queued goes at once, in order, and the
-  // queue is stopped so that nothing follows ExitAU.
+  // Nothing can wait for an answer now: what is still queued goes at once and the queue is
+  // stopped so that nothing follows ExitAU, which leaves a moment after the PutParam before it.
   this.gone = true;
   if (s.dirty || this.putWaiting) this.post("PutParam", this.takeCoreData(s), 0, true);
+  lumHoldUntil(this.onWay === null ? null : this.onWay + LUM_EXIT_GAP);
   this.post("ExitAU", "", 0, true);
 };
 
