@@ -1,5 +1,5 @@
 // A throw-away installation for the start-up and workspace tests: an installation folder with
-// small templates of each type, a workspace, and fakes for the registry and spelling engine.
+// the staged templates, a workspace, and fakes for the registry and spelling engine.
 #pragma once
 
 #include "app/Services.h"
@@ -91,41 +91,6 @@ class RecordingSpellingEngine : public SpellingEngine {
 class AppTest : public ::testing::Test {
   protected:
     AppTest() { fs::create_directories(install / "app"); }
-
-    // A template of the given type that the loader can read: its frameset file, scripts, one
-    // page (Lesson) and a stylesheet.
-    void makeTemplate(const std::string& type) {
-        const fs::path t = install / "Templates" / type;
-        writeBytes(t / "css" / "camstyle.css", "body { color: #000000; }\r\n");
-        writeBytes(t / "images" / "logo.gif", "GIF89a");
-        if (type == "Lesson") {
-            writeBytes(t / "lessonframeset.html", "<HTML></HTML>\r\n");
-            writeBytes(t / "scripts" / "inc_ModuleInfo.js",
-                       "var modTitle = \"Template Lesson\";\r\n"
-                       "var copyright = \"Copyright Template\";\r\n"
-                       "var useSCORM = true;\r\n"
-                       "objLessonModule.addPage(objLessonModule.pages.length, \"First\");\r\n");
-            writeBytes(t / "scripts" / "inc_Glossary.js", "");
-            writeBytes(t / "scripts" / "inc_QAndA.js", "");
-            writeBytes(t / "page0.html", "<HTML><BODY>\r\n<LUMApageContent>\r\n"
-                                         "<P>Sample page</P>\r\n"
-                                         "</LUMApageContent>\r\n</BODY></HTML>\r\n");
-        } else {
-            const std::string file =
-                type == "Evaluation" ? "inc_Questions.js" : "inc_Objectives.js";
-            writeBytes(t / (type == "Evaluation" ? "poolframeset.html" : "surveyframeset.html"),
-                       "<HTML></HTML>\r\n");
-            writeBytes(t / "scripts" / file, "var modTitle = \"Template " + type +
-                                                 "\";\r\nvar copyright = \"C\";\r\n"
-                                                 "var useSCORM = true;\r\n");
-        }
-    }
-
-    void makeTemplates() {
-        for (const char* type : {"Lesson", "Evaluation", "Survey"})
-            makeTemplate(type);
-        writeBytes(install / "Templates" / "version", "1.0\r\n");
-    }
 
     // The staged templates, player and all, as the installation's, and an empty workspace.
     void stageTemplates() {

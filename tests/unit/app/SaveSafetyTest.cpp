@@ -7,8 +7,6 @@
 #include "content/Normalize.h"
 #include "storage/TextFile.h"
 
-#include <functional>
-
 namespace lumora::test {
 namespace {
 
@@ -37,54 +35,32 @@ class SaveSafetyTest : public AppTest {
     fs::path folder() { return fs::path(session().module.ModuleFolder); }
 };
 
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return at == std::string::npos ? text : text.replace(at, from.size(), to);
-}
-
-// A module information file that yields no pages leaves every page file on disk through a save,
-// with a warning at load; pages deleted by the author in the session are the ones removed.
+// A module information file cut after its first line yields no pages (the loader's readings of
+// other damage are its own tests): every page file stays on disk through a save, with a warning
+// at load; pages deleted by the author in the session are the ones removed.
 TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
     stageTemplates();
-    const std::vector<std::pair<const char*, std::function<std::string(const std::string&)>>>
-        damages = {
-            {"cut after its first line",
-             [](const std::string& t) { return t.substr(0, t.find("\r\n") + 2); }},
-            {"binary bytes",
-             [](const std::string&) { return std::string("\x00\xFF\x89PNG\x1A", 7); }},
-            {"empty copyright",
-             [](const std::string& t) {
-                 return replaced(t, "var copyright = \"\xC2\xA9 2025 Your Organization\";",
-                                 "var copyright = \"\";");
-             }},
-            {"no useSCORM line",
-             [](const std::string& t) { return replaced(t, "var useSCORM = true;\r\n", ""); }},
-        };
-    int n = 0;
-    for (const auto& [damage, damaged] : damages) {
-        SCOPED_TRACE(damage);
-        newLesson("Course" + std::to_string(n++), 5);
-        const auto saved = folderFiles(folder(), "page");
-        ASSERT_EQ(saved.size(), 5u);
-        const fs::path info = folder() / "scripts" / "inc_ModuleInfo.js";
-        writeBytes(info, damaged(readBytes(info)));
+    newLesson("Damaged", 5);
+    const auto saved = folderFiles(folder(), "page");
+    ASSERT_EQ(saved.size(), 5u);
+    const fs::path info = folder() / "scripts" / "inc_ModuleInfo.js";
+    const std::string text = readBytes(info);
+    writeBytes(info, text.substr(0, text.find("\r\n") + 2));
 
-        prompt.messages.clear();
-        reload();
-        ASSERT_EQ(session().module.pages.size(), 1u);
-        ASSERT_EQ(prompt.messages.size(), 1u);
-        EXPECT_EQ(prompt.messages[0].title, "Warning");
-        EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
-        EXPECT_NE(prompt.messages[0].text.find(" 5 page files "), std::string::npos);
+    prompt.messages.clear();
+    reload();
+    ASSERT_EQ(session().module.pages.size(), 1u);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].title, "Warning");
+    EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
+    EXPECT_NE(prompt.messages[0].text.find(" 5 page files "), std::string::npos);
 
-        session().saveForScorm(true);
-        auto after = folderFiles(folder(), "page");
-        EXPECT_EQ(after.size(), 5u);
-        after.erase("page0.html"); // the module's one page now
-        for (const auto& [name, bytes] : after)
-            EXPECT_EQ(bytes, saved.at(name)) << name;
-    }
+    session().saveForScorm(true);
+    auto after = folderFiles(folder(), "page");
+    EXPECT_EQ(after.size(), 5u);
+    after.erase("page0.html"); // the module's one page now
+    for (const auto& [name, bytes] : after)
+        EXPECT_EQ(bytes, saved.at(name)) << name;
 
     newLesson("Deleting", 5);
     writeBytes(folder() / "page9.html", "not the module's");
@@ -193,6 +169,7 @@ TEST_F(SaveSafetyTest, FolderNamesWithNormalisedCharactersKeepTheStoredForm) {
     }
 }
 
+// (The package listing skips them whenever they are there: its own test.)
 TEST_F(SaveSafetyTest, LeftoversOfAnInterruptedSaveGoAtTheNextSave) {
     stageTemplates();
     newLesson("Course1", 3);
@@ -204,7 +181,6 @@ TEST_F(SaveSafetyTest, LeftoversOfAnInterruptedSaveGoAtTheNextSave) {
     session().saveForScorm(true);
     for (const fs::path& p : leftovers)
         EXPECT_FALSE(fs::exists(p)) << p;
-    EXPECT_EQ(readBytes(folder() / "imsmanifest.xml").find("tmp-lumora"), std::string::npos);
 }
 
 } // namespace

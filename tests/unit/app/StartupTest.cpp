@@ -58,7 +58,7 @@ TEST_F(StartupTest, OfficeRepairRunsOnceForTheFirstProductFound) {
         {"fails to start", {product2}, 0, false, "msiexec"},
         {"already repaired", {product2}, 100, true, ""},
     };
-    makeTemplates();
+    stageTemplates();
     writeBytes(install / "Templates" / "version", "7.3\r\n");
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -82,11 +82,12 @@ TEST_F(StartupTest, OfficeRepairRunsOnceForTheFirstProductFound) {
     EXPECT_TRUE(splashShown);
 }
 
+// The spelling engine gets the dictionaries present, in its fixed order (not the folder's).
 TEST_F(StartupTest, BuildsDefaultsAndPathsAndPreparesSpellingWithThePresentFiles) {
-    makeTemplates();
+    stageTemplates();
     const fs::path spelling = install / "app" / "spelling";
-    writeBytes(spelling / "userdic.dic", "0\n");
-    writeBytes(spelling / "legal.dic", "1\nestoppel\n");
+    for (const char* name : {"legal.dic", "en_med_glut.dic", "userdic.dic", "other.dic"})
+        writeBytes(spelling / name, "0\n");
     ASSERT_EQ(start(), StartupResult::Continue);
     const std::string sep(1, kSep);
     EXPECT_EQ(session().AppPath, install.string() + sep);
@@ -95,25 +96,15 @@ TEST_F(StartupTest, BuildsDefaultsAndPathsAndPreparesSpellingWithThePresentFiles
     EXPECT_EQ(session().spellingFolder, spelling.string());
     EXPECT_EQ(session().module.copyright, "\xC2\xA9 2031");
     EXPECT_EQ(session().defaults.module.copyright, "\xC2\xA9 2031");
-    const std::vector<std::string> expected = {"setOption 2097152 1", "mainLexPath",
-                                               "setMainLexPath " + spelling.string(),
-                                               "setMainLexFiles userdic.dic,legal.dic"};
+    const std::vector<std::string> expected = {
+        "setOption 2097152 1", "mainLexPath", "setMainLexPath " + spelling.string(),
+        "setMainLexFiles userdic.dic,en_med_glut.dic,legal.dic"};
     EXPECT_EQ(engine.calls, expected);
     EXPECT_TRUE(session().spellingAvailable);
 
     engine.ready = false; // an engine that cannot check is marked unavailable
     ASSERT_EQ(start(), StartupResult::Continue);
     EXPECT_FALSE(session().spellingAvailable);
-}
-
-TEST(SpellingPreparation, ListFollowsTheFixedOrderNotTheFolder) {
-    const testing::TempDir folder("lex");
-    for (const char* name :
-         {"legal.dic", "en_med_glut.dic", "en_US.dic", "userdic.dic", "other.dic"})
-        writeBytes(folder / name, "0\n");
-    RecordingSpellingEngine engine;
-    EXPECT_EQ(prepareSpellingEngine(engine, folder.path().string()),
-              "en_US.dic,userdic.dic,en_med_glut.dic,legal.dic");
 }
 
 TEST(RegistryValues, TextDropsTrailingNulAndNumbersAreHexDigitsFromLastByteToFirst) {
@@ -141,7 +132,7 @@ TEST(RegistryValues, TextDropsTrailingNulAndNumbersAreHexDigitsFromLastByteToFir
 }
 
 TEST_F(StartupTest, SystemInfoStartsTheRegisteredProgramOrSaysUnavailable) {
-    makeTemplates();
+    stageTemplates();
     start();
     startSystemInfo(session());
     ASSERT_EQ(prompt.messages.size(), 1u);
@@ -163,16 +154,6 @@ TEST_F(StartupTest, SystemInfoStartsTheRegisteredProgramOrSaysUnavailable) {
     startSystemInfo(session());
     EXPECT_EQ(processes.started.back(), "msinfo");
     EXPECT_EQ(prompt.messages.size(), 2u);
-}
-
-TEST(AnimationFrames, SixteenFramesWithTheHissInTwoToEleven) {
-    const auto& frames = animationFrames();
-    ASSERT_EQ(frames.size(), 16u);
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        const bool hiss = frames[i].find("Pfffffft") != std::string::npos;
-        EXPECT_EQ(hiss, i >= 2 && i <= 11) << "frame " << i;
-        EXPECT_NE(frames[i].find("\r\n"), std::string::npos) << "frame " << i;
-    }
 }
 
 } // namespace

@@ -13,11 +13,7 @@ const std::string kForbidden = "You cannot use the following characters:\r\n"
 
 class WorkspaceTest : public AppTest {
   protected:
-    void SetUp() override {
-        AppTest::SetUp();
-        makeTemplates();
-        fs::create_directories(workspace);
-    }
+    void SetUp() override { stageTemplates(); }
 };
 
 TEST_F(WorkspaceTest, MissingWorkspaceIsCreatedOnlyOnYes) {
@@ -49,7 +45,6 @@ TEST(FolderNames, AnswersAreTrimmedForbiddenCharactersCaughtAndReferencesRewritt
     for (char c : std::string("\\/:*?\"<>|"))
         EXPECT_TRUE(hasForbiddenFolderCharacter(std::string("a") + c + "b")) << c;
     EXPECT_FALSE(hasForbiddenFolderCharacter("Course-1.(old)_x"));
-    EXPECT_EQ(forbiddenCharactersMessage(), kForbidden);
 
     // Only whole folder segments of the old name change.
     const std::string s(1, kSep);
@@ -82,17 +77,11 @@ TEST_F(WorkspaceTest, WorkspaceThatCannotBeMadeOrWrittenNamesItAndHowToChooseAno
     EXPECT_TRUE(prompt.answers.empty());
 }
 
-// The prompt trims the answer; Cancel or a blank answer give no name; a bad or taken name is
-// refused with its message and the prompt asks again.
+// Cancel or a blank answer give no name; a bad or taken name is refused with its message and
+// the prompt asks again, by the module type's name.
 TEST_F(WorkspaceTest, FolderNamePrompt) {
     fs::create_directories(workspace / "Course1");
     session().NewModuleType = "Lesson";
-    prompt.type("  My Course  ");
-    EXPECT_EQ(PromptFolderName(session()), "My_Course");
-    ASSERT_EQ(prompt.asked.size(), 1u);
-    EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Lesson.");
-    EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
-    EXPECT_EQ(prompt.asked[0].defaultText, "");
     for (const std::optional<std::string>& nothing :
          {std::optional<std::string>(), std::optional<std::string>("    ")}) {
         prompt.type(nothing);
@@ -104,8 +93,10 @@ TEST_F(WorkspaceTest, FolderNamePrompt) {
     for (const char* answer : {"a/b", " Course1 ", "Fresh"})
         prompt.type(answer);
     EXPECT_EQ(PromptFolderName(session()), "Fresh");
-    EXPECT_EQ(prompt.asked.size(), 6u);
+    ASSERT_EQ(prompt.asked.size(), 5u);
+    EXPECT_EQ(prompt.asked.back().prompt, "Please enter a folder name for the new Survey.");
     EXPECT_EQ(prompt.asked.back().title, "New Survey Folder");
+    EXPECT_EQ(prompt.asked.back().defaultText, "");
     ASSERT_EQ(prompt.messages.size(), 2u);
     EXPECT_EQ(shown(prompt.messages[0]), (Shown{kForbidden, "Error", Icon::Critical}));
     EXPECT_EQ(
@@ -117,17 +108,16 @@ TEST_F(WorkspaceTest, NewModuleFolderCopiesTheTemplateAndItsChooserEntryOpensIt)
     prompt.type("My Course");
     ASSERT_TRUE(NewModuleFolder(session(), "Lesson"));
     const fs::path folder = workspace / "My_Course";
-    EXPECT_TRUE(fs::is_regular_file(folder / "lessonframeset.html"));
-    EXPECT_TRUE(fs::is_regular_file(folder / "images" / "logo.gif"));
+    EXPECT_TRUE(fs::is_regular_file(folder / "images" / "lumora.png"));
     EXPECT_TRUE(fs::is_directory(folder / "media"));
     EXPECT_EQ(session().module.templateFolder, (install / "Templates" / "Lesson").string());
     for (const char* how : {"made", "opened from its entry"}) {
         SCOPED_TRACE(how);
         const CourseModule& m = session().module;
         EXPECT_EQ(m.moduleType + "|" + m.folderName + "|" + m.modTitle + "|" + m.ModuleFolder,
-                  "Lesson|My_Course|Template Lesson|" + folder.string());
+                  "Lesson|My_Course|Sample Lesson|" + folder.string());
         ASSERT_FALSE(m.pages.empty());
-        EXPECT_EQ(m.pages[0].title, "First");
+        EXPECT_EQ(m.pages[0].title, "Welcome");
         EXPECT_TRUE(session().ModuleLoaded);
         session().ResetModule();
         const auto entries = listModuleFolders(workspace.string());

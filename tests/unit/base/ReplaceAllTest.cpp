@@ -10,22 +10,16 @@
 namespace lumora {
 namespace {
 
-// Left to right without rescanning inserted text, and at the edges of the text.
+// Left to right without rescanning inserted text, and at the edges of the text; the random
+// comparison below covers the rest.
 TEST(ReplaceAll, ScanningRulesAndEdges) {
     const struct {
         std::string text, from, to, out;
     } cases[] = {
         {"aaa", "aa", "b", "ba"},
-        {"aab", "ab", "ba", "aba"}, // same length, rewritten in place
         {"xx", "x", "xx", "xxxx"},
-        {"<A><A>", "<A>", "", ""},
         {"<<A>>", "<A>", "<A>", "<<A>>"},
-        {"", "a", "b", ""},
         {"abc", "", "x", "abc"},
-        {"ab", "abc", "x", "ab"},
-        {"abc", "abc", "x", "x"},
-        {"xab", "ab", "!", "x!"},
-        {"abx", "ab", "!", "!x"},
         {"a<", "<b", "!", "a<"}, // first character at the very end
         {"<p<p<pa", "<pa", "-", "<p<p-"},
         {std::string("a\0b\0", 4), std::string("\0b", 2), "+", std::string("a+\0", 3)},

@@ -1,5 +1,5 @@
-// The correct-option check with its message, the survey scale, the flag conversions and the
-// colour number conversions.
+// The correct-option check with its message, the flag conversions and the colour number
+// conversions.
 #include "content/Validation.h"
 #include "content/Colors.h"
 
@@ -49,40 +49,29 @@ TEST(QuestionValidation, RadioNeedsExactlyOneCheckboxAtLeastOne) {
         EXPECT_EQ(valid(question(c.type, c.flags)), c.valid) << c.type << " " << c.flags.size();
 }
 
-TEST(QuestionValidation, MessageListsInvalidNumbersWordForWord) {
+// The warning lists the invalid questions' numbers word for word, and only when there are any.
+TEST(QuestionValidation, ValidateListsTheInvalidNumbersOnlyWhenThereAreAny) {
+    testing::ScriptedPrompt prompt;
     CourseModule module;
     module.questions = {question("radio", {}), question("radio", {"true"}),
                         question("checkbox", {"false"})};
-    EXPECT_EQ(invalidQuestionsMessage(module),
+    validateQuestions(module, prompt);
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].text,
               "The following questions have an inappropriate number of correct options.     \r\n"
               "Please revisit the following questions:\r\n"
               "     1, 3");
-    module.questions = {question("radio", {"true"})};
-    EXPECT_EQ(invalidQuestionsMessage(module), "");
-}
-
-TEST(QuestionValidation, ValidateShowsTheWarningOnlyWhenNeeded) {
-    testing::ScriptedPrompt prompt;
-    CourseModule module;
-    module.questions = {question("radio", {"true"}), question("radio", {"true", "true"})};
-    validateQuestions(module, prompt);
-    ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(prompt.messages[0].title, "Error");
     EXPECT_EQ(prompt.messages[0].icon, Icon::Exclamation);
     EXPECT_EQ(prompt.messages[0].buttons, Buttons::OK);
-    EXPECT_TRUE(prompt.messages[0].text.ends_with("\r\n     2"));
 
-    module.questions.pop_back();
+    module.questions = {question("radio", {"true"})};
     validateQuestions(module, prompt);
     EXPECT_EQ(prompt.messages.size(), 1u);
 }
 
-TEST(SurveyScaleAndFlags, FiveWordsAndOnlyAnExactTrueCounts) {
-    const std::vector<std::string> words{"",     "Excellent", "Good", "Average", "Below Average",
-                                         "Poor", ""};
-    for (int rating = -1; rating <= 6; ++rating)
-        EXPECT_EQ(surveyScaleWord(static_cast<std::int16_t>(rating)),
-                  rating < 0 ? "" : words[static_cast<std::size_t>(rating)]);
+// A stored flag is true only as the exact text "true", as the writer writes it.
+TEST(Flags, OnlyAnExactTrueCounts) {
     for (const char* flag : {"TRUE", "", "1"})
         EXPECT_FALSE(flagToBool(flag)) << flag;
     EXPECT_TRUE(flagToBool("true"));
