@@ -42,6 +42,15 @@ folderFiles(const fs::path& folder, const std::string& prefix = "", bool importF
     return found;
 }
 
+// Loads the open module again from its files, as opening it from the folder chooser does.
+inline bool reopen(Session& s) {
+    const std::string type = s.module.moduleType, name = s.module.folderName;
+    s.ResetModule();
+    s.module.moduleType = type;
+    s.module.folderName = name;
+    return s.LoadModule();
+}
+
 // A registry holding the keys a test puts in it.
 class FakeRegistry : public Registry {
   public:

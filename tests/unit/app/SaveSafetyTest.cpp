@@ -24,14 +24,6 @@ class SaveSafetyTest : public AppTest {
         return m;
     }
 
-    void reload() {
-        const CourseModule m = session().module;
-        session().ResetModule();
-        session().module.moduleType = m.moduleType;
-        session().module.folderName = m.folderName;
-        ASSERT_TRUE(session().LoadModule());
-    }
-
     fs::path folder() { return fs::path(session().module.ModuleFolder); }
 };
 
@@ -48,7 +40,7 @@ TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
     writeBytes(info, text.substr(0, text.find("\r\n") + 2));
 
     prompt.messages.clear();
-    reload();
+    ASSERT_TRUE(reopen(session()));
     ASSERT_EQ(session().module.pages.size(), 1u);
     ASSERT_EQ(prompt.messages.size(), 1u);
     EXPECT_EQ(prompt.messages[0].title, "Warning");
@@ -65,7 +57,7 @@ TEST_F(SaveSafetyTest, ASaveRemovesOnlyPageFilesOfPagesDeletedSinceTheLoad) {
     newLesson("Deleting", 5);
     writeBytes(folder() / "page9.html", "not the module's");
     prompt.messages.clear();
-    reload();
+    ASSERT_TRUE(reopen(session()));
     EXPECT_NE(prompt.last()->text.find(" 1 page file "), std::string::npos);
     session().module.pages.resize(3);
     session().saveForScorm(true);
@@ -136,10 +128,7 @@ TEST_F(SaveSafetyTest, FolderNamesWithNormalisedCharactersKeepTheStoredForm) {
         const std::string stored =
             readBytes(folder / "page1.html") + readBytes(folder / "scripts" / "inc_QAndA.js");
 
-        s.ResetModule();
-        s.module.moduleType = kLesson;
-        s.module.folderName = "Kurs " + c;
-        EXPECT_TRUE(s.LoadModule());
+        EXPECT_TRUE(reopen(s));
         s.markChanged();
         s.saveForScorm(true);
         EXPECT_EQ(readBytes(folder / "page1.html") + readBytes(folder / "scripts" / "inc_QAndA.js"),

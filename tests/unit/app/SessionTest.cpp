@@ -27,11 +27,7 @@ TEST_F(SessionTest, NewModulesFromEveryTemplateSaveAndReloadUnchanged) {
         EXPECT_EQ(folderFiles(folder, "", false), before);
         EXPECT_EQ(readBytes(folder / "imsmanifest.xml").find("LUM-TEMPLATE"), std::string::npos);
 
-        const std::string name = session().module.folderName;
-        session().ResetModule();
-        session().module.moduleType = type;
-        session().module.folderName = name;
-        ASSERT_TRUE(session().LoadModule());
+        ASSERT_TRUE(reopen(session()));
         session().markChanged();
         session().saveForScorm(session().module.useSCORM == "true");
         EXPECT_EQ(folderFiles(folder, "", false), before);

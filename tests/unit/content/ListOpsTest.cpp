@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -75,15 +74,6 @@ class ListOps : public ::testing::Test {
         return texts;
     }
 };
-
-TEST(ListKindFromName, FirstMatchInTableOrder) {
-    const std::pair<const char*, ListKind> names[] = {
-        {"lstPages", ListKind::Pages},     {"lstQAndA", ListKind::Questions},
-        {"lstOptions", ListKind::Options}, {"lstTerms", ListKind::Terms},
-        {"lstQPage", ListKind::Pages},     {"lstpages", ListKind::None}};
-    for (const auto& [name, kind] : names)
-        EXPECT_EQ(listKindFromName(name), kind) << name;
-}
 
 TEST_F(ListOps, NothingSelectedAndMovesPastTheEndsAreErrors) {
     givePages({"a", "b"});
