@@ -62,7 +62,7 @@ TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     m.useSCORM = "false";
     m.pages = {LessonPage{"", "Intro", "<P>Hello</P>"}, LessonPage{"", "Two", "<P>World</P>"}};
     m.glossary = {GlossaryTerm{"", "Term \"A\"", "Plain definition"},
-                  GlossaryTerm{"", "B", "Second"}};
+                  GlossaryTerm{"", "B", "line one\r\nline two"}};
     m.questions = {item("checkbox", "Which \"ones\"?",
                         {option("true", "One"), option("false", ""), option("true", "Three")},
                         "See page 2", "true")};
@@ -79,28 +79,18 @@ TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     // A page comes back with the line break its line in the file ends with.
     EXPECT_EQ(rows(r.pages),
               (Rows{"page0.html|Intro|<P>Hello</P>\r\n", "page1.html|Two|<P>World</P>\r\n"}));
-    EXPECT_EQ(rows(r.glossary), (Rows{"0|Term \"A\"|Plain definition", "1|B|Second"}));
+    // A definition's line breaks are written as the two characters \n and come back in that
+    // form, which the next save writes unchanged: the files settle after one round.
+    EXPECT_EQ(rows(r.glossary), (Rows{"0|Term \"A\"|Plain definition", "1|B|line one\\nline two"}));
     ASSERT_EQ(r.questions.size(), 1u);
     const QAndAItem& q = r.questions[0];
     EXPECT_EQ(q.id + q.questionType + q.questionText + q.rationale + q.shuffleDistractors,
               "1checkboxWhich \"ones\"?See page 2true");
     // The skipped option leaves a gap in the values, not in the list.
     EXPECT_EQ(rows(q.options), (Rows{"true|0|One|", "true|2|Three|"}));
-}
 
-TEST_F(ModuleLoaderTest, SecondSaveOfALoadedModuleWritesTheSameScripts) {
-    // Definition line breaks are written as the two characters \n and come back in that form,
-    // which the next save writes unchanged: the files settle after one round.
-    CourseModule m = makeModule(kLesson);
-    m.modTitle = "Settled"; // an empty title would swallow the lines after it
-    m.pages = {LessonPage{"", "Only", "<P>x</P>"}};
-    m.glossary = {GlossaryTerm{"", "T", "line one\r\nline \"two\""}};
-    WriteModuleFiles(m, paths);
     const std::string glossary = readBytes(script("inc_Glossary.js"));
     const std::string info = readBytes(script("inc_ModuleInfo.js"));
-
-    CourseModule r = load(kLesson);
-    EXPECT_EQ(r.glossary[0].definition, "line one\\nline \"two\"");
     WriteModuleFiles(r, paths);
     EXPECT_EQ(readBytes(script("inc_Glossary.js")), glossary);
     EXPECT_EQ(readBytes(script("inc_ModuleInfo.js")), info);
@@ -217,63 +207,46 @@ TEST_F(ModuleLoaderTest, MissingPageFileIsRecreatedFromTheSkeleton) {
     EXPECT_EQ(readBytes(moduleFile("page2.html")), empty);
 }
 
-TEST_F(ModuleLoaderTest, EmptyOptionIsNotAppended) {
-    lessonFiles("var copyright = \"C\";\r\n",
-                "arrActObjects[ActID] = new objActQuestion(thisID, \"radio\");\r\n"
-                "arrActObjects[ActID].addDistractor(true);\r\n"
-                "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"A\";\r\n"
-                "arrActObjects[ActID].addDistractor();\r\n"
-                "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"B\";\r\n");
-    LoadOutcome outcome;
-    CourseModule r = load(kLesson, &outcome);
-    EXPECT_FALSE(outcome.questionTextRead);
-    ASSERT_EQ(r.questions.size(), 1u);
-    ASSERT_EQ(r.questions[0].options.size(), 1u);
-    // The value after the empty option still goes to the option that was appended.
-    EXPECT_EQ(r.questions[0].options[0].txtDisplay, "B");
-}
-
-TEST_F(ModuleLoaderTest, LinesBeforeTheirItemAreIgnored) {
-    lessonFiles("",
-                "arrActObjects[ActID].actQuestion = \"orphan\";\r\n"
-                "arrActObjects[ActID].addDistractor(true);\r\n"
-                "arrActObjects[ActID].actDistractors[thisOpt].txtDisplay = \"orphan\";\r\n"
-                "arrActObjects[ActID].shuffleDistractors();\r\n"
-                "arrActObjects[ActID] = new objActQuestion(thisID, \"radio\");\r\n"
-                "arrActObjects[ActID].actDistractors[thisOpt].txtValue = \"no option yet\";\r\n"
-                "arrActObjects[ActID].actQuestion = \"Q\";\r\n",
-                "arrDefObjects[TermID].term = \"orphan\";\r\n"
-                "arrDefObjects[TermID].definition = \"orphan\";\r\n");
-    LoadOutcome outcome;
-    CourseModule r = load(kLesson, &outcome);
-    EXPECT_TRUE(outcome.questionTextRead);
-    ASSERT_EQ(r.questions.size(), 1u);
-    const QAndAItem& q = r.questions[0];
-    EXPECT_EQ(q.questionText, "Q");
-    EXPECT_EQ(q.shuffleDistractors, "false");
-    // The item keeps one blank option so its list is never empty.
-    ASSERT_EQ(q.options.size(), 1u);
-    EXPECT_EQ(q.options[0].txtDisplay, "");
-    EXPECT_EQ(q.options[0].txtValue, "");
-    // No term line: the glossary keeps its placeholder untouched.
-    ASSERT_EQ(r.glossary.size(), 1u);
-    EXPECT_EQ(r.glossary[0].term, "");
-    EXPECT_EQ(r.glossary[0].definition, "");
-}
-
-TEST_F(ModuleLoaderTest, PrefixesMatchAnywhereAndEmptyValuesAreNotStored) {
-    lessonFiles("", "",
-                "  arrDefObjects[TermID] = new objGlossary(TermID); // first\r\n"
-                "x arrDefObjects[TermID].term = \"A\";\r\n"
-                "arrDefObjects[TermID].term = \"\";\r\n"
-                "arrDefObjects[TermID].definition = \"<P>&nbsp;</P>\";\r\n"
-                "arrDefObjects[TermID].definition = \"d\\\"q\\\"\";\r\n"
-                "arrDefObjects[TermID].definition = \"\";\r\n");
-    CourseModule r = load(kLesson);
-    ASSERT_EQ(r.glossary.size(), 1u);
-    EXPECT_EQ(r.glossary[0].id, "0");
-    EXPECT_EQ(r.glossary[0].term, "x A");
-    EXPECT_EQ(r.glossary[0].definition, "d\"q\"");
+// Lines out of their place in hand-edited files: a value before its item or option is passed
+// over, an empty option is not appended, a prefix matches anywhere in its line and an empty
+// value is not stored. Lists stay usable: an item keeps one blank option, and without a term
+// line the glossary keeps its blank placeholder.
+TEST_F(ModuleLoaderTest, LinesOutOfPlace) {
+    const std::string act = "arrActObjects[ActID]";
+    const std::string item = act + " = new objActQuestion(thisID, \"radio\");\r\n";
+    const std::string opt = act + ".actDistractors[thisOpt].";
+    const std::string term = "arrDefObjects[TermID]";
+    const struct {
+        std::string qanda, glossary, expected;
+    } cases[] = {
+        // The value after the empty option still goes to the option that was appended.
+        {item + act + ".addDistractor(true);\r\n" + opt + "txtDisplay = \"A\";\r\n" + act +
+             ".addDistractor();\r\n" + opt + "txtDisplay = \"B\";\r\n",
+         "", "1||false|1: true||B| / 1: ||"},
+        // Lines before their item or option, and a term without its object line.
+        {act + ".actQuestion = \"orphan\";\r\n" + act + ".addDistractor(true);\r\n" + opt +
+             "txtDisplay = \"orphan\";\r\n" + act + ".shuffleDistractors();\r\n" + item + opt +
+             "txtValue = \"no option yet\";\r\n" + act + ".actQuestion = \"Q\";\r\n",
+         term + ".term = \"orphan\";\r\n" + term + ".definition = \"orphan\";\r\n",
+         "read 1|Q|false|1: ||| / 1: ||"},
+        // No activity line: the placeholder stays untouched.
+        {"",
+         "  " + term + " = new objGlossary(TermID); // first\r\nx " + term + ".term = \"A\";\r\n" +
+             term + ".term = \"\";\r\n" + term + ".definition = \"<P>&nbsp;</P>\";\r\n" + term +
+             ".definition = \"d\\\"q\\\"\";\r\n" + term + ".definition = \"\";\r\n",
+         "||false|1: false|0|Sample Option| / 1: 0|x A|d\"q\""},
+    };
+    for (const auto& c : cases) {
+        lessonFiles("", c.qanda, c.glossary);
+        LoadOutcome outcome;
+        const CourseModule r = load(kLesson, &outcome);
+        std::string got = outcome.questionTextRead ? "read " : "";
+        for (const QAndAItem& q : r.questions)
+            got += q.id + "|" + q.questionText + "|" + q.shuffleDistractors + "|" +
+                   std::to_string(q.options.size()) + ": " + rows(q.options)[0] + " / ";
+        got += std::to_string(r.glossary.size()) + ": " + rows(r.glossary)[0];
+        EXPECT_EQ(got, c.expected) << c.qanda << c.glossary;
+    }
 }
 
 // Not a number or out of range: the line is passed over and a later one may still count.
