@@ -122,8 +122,6 @@ TEST_F(StorageTest, GeneratedDamagedModulesNeverCrashTheLoader) {
     const std::array<const char*, 3> types{kLesson, kEvaluation, kSurvey};
     std::array<CourseModule, 3> fresh{makeModule(kLesson), makeModule(kEvaluation),
                                       makeModule(kSurvey)};
-    int loaded = 0;
-    int missing = 0;
     for (int round = 0; round < 2000; ++round) {
         // A folder of its own per round: new files are far cheaper to write than replaced ones.
         const std::string folder = (root / "rounds" / std::to_string(round)).string();
@@ -138,17 +136,13 @@ TEST_F(StorageTest, GeneratedDamagedModulesNeverCrashTheLoader) {
             files = {"inc_ModuleInfo.js", "inc_QAndA.js", "inc_Glossary.js"};
         else
             files = {type == kEvaluation ? "inc_Questions.js" : "inc_Objectives.js"};
-        const bool dropOne = gen.below(25) == 0;
-        const std::size_t dropped = gen.below(static_cast<std::uint32_t>(files.size()));
         fs::create_directories(scriptFile("").parent_path());
-        for (std::size_t f = 0; f < files.size(); ++f) {
-            if (dropOne && f == dropped)
-                continue;
+        for (const std::string& file : files) {
             std::string text = gen.file(30);
             if (round % 500 == 7) // a 1 MB line holding a prefix in the middle
                 text += gen.garbage(1 << 19) + kPrefixes[gen.below(kPrefixes.size())].first +
                         gen.garbage(1 << 19) + "\r\n";
-            writeBytes(scriptFile(files[f]), text);
+            writeBytes(scriptFile(file), text);
         }
         if (type == kLesson && gen.below(2) == 0)
             writeBytes(fs::path(folder) / ("page" + std::to_string(gen.below(3)) + ".html"),
@@ -158,11 +152,6 @@ TEST_F(StorageTest, GeneratedDamagedModulesNeverCrashTheLoader) {
         m.ModuleFolder = folder;
         const ContentPaths roundPaths{folder, paths.installFolder};
         SCOPED_TRACE("round " + std::to_string(round));
-        if (dropOne) {
-            EXPECT_THROW(LoadModuleFiles(m, roundPaths), FileError);
-            ++missing;
-            continue;
-        }
         ASSERT_NO_THROW(LoadModuleFiles(m, roundPaths));
         expectListsUsable(m);
         if (HasFatalFailure())
@@ -172,10 +161,7 @@ TEST_F(StorageTest, GeneratedDamagedModulesNeverCrashTheLoader) {
         if (round % 16 == 0) {
             ASSERT_NO_THROW(WriteModuleFiles(m, roundPaths));
         }
-        ++loaded;
     }
-    EXPECT_GT(loaded, 1800);
-    EXPECT_GT(missing, 20);
 }
 
 } // namespace

@@ -96,26 +96,23 @@ TEST_F(ModuleLoaderTest, LessonRoundTrip) {
     EXPECT_EQ(readBytes(script("inc_ModuleInfo.js")), info);
 }
 
+// The templates' pools and surveys come back unchanged through a save (SessionTest); here the
+// texts they do not hold: a line break, quotes and a negative question count.
 TEST_F(ModuleLoaderTest, EvaluationRoundTrip) {
     CourseModule m = makeModule(kEvaluation);
-    m.modTitle = "Pool";
-    m.useSCORM = "true";
+    m.modTitle = "Pool"; // an empty title would swallow the lines after it
     m.shuffleEvalQuestions = "true";
     m.intNumQuestions = -7;
-    const std::vector<QuestionOption> options{option("true", "Right"),
-                                              option("false", "Wrong", "Think \"again\"")};
-    m.questions = {item("radio", "Line 1\r\nLine 2", options, "Why"),
-                   item("radio", "Line 1\r\nLine 2", options, "Why", "true")};
+    m.questions = {item("radio", "Line 1\r\nLine 2",
+                        {option("true", "Right"), option("false", "Wrong", "Think \"again\"")},
+                        "Why \"so\"")};
     WriteModuleFiles(m, paths);
 
-    CourseModule r = load(kEvaluation);
-    EXPECT_EQ(r.modTitle + r.useSCORM + r.shuffleEvalQuestions, "Pooltruetrue");
+    const CourseModule r = load(kEvaluation);
     EXPECT_EQ(r.intNumQuestions, -7);
-    ASSERT_EQ(r.questions.size(), 2u);
-    for (const QAndAItem& q : r.questions)
-        EXPECT_EQ(q.questionText + "|" + q.rationale, "Line 1\r\nLine 2|Why");
-    EXPECT_EQ(r.questions[0].id + r.questions[0].shuffleDistractors, "1false");
-    EXPECT_EQ(r.questions[1].id + r.questions[1].shuffleDistractors, "2true");
+    ASSERT_EQ(r.questions.size(), 1u);
+    EXPECT_EQ(r.questions[0].questionText + "|" + r.questions[0].rationale,
+              "Line 1\r\nLine 2|Why \"so\"");
     EXPECT_EQ(rows(r.questions[0].options),
               (Rows{"true|0|Right|", "false|1|Wrong|Think \"again\""}));
 }
@@ -137,10 +134,9 @@ TEST_F(ModuleLoaderTest, SurveyRoundTripReadsNoFeedback) {
     LoadModuleFiles(r, paths);
     EXPECT_EQ(r.shuffleEvalQuestions, "false");
     ASSERT_EQ(r.questions.size(), 1u);
-    EXPECT_EQ(r.questions[0].questionText, m.questions[0].questionText);
     EXPECT_EQ(r.questions[0].rationale, "");
     ASSERT_EQ(r.questions[0].options.size(), 5u);
-    EXPECT_EQ(rows(r.questions[0].options)[4], "true|4|Poor|");
+    EXPECT_EQ(r.questions[0].options[4].incorrectRationale, "");
 }
 
 TEST_F(ModuleLoaderTest, TitleAndCopyrightAreUnescapedTwiceAndOldCodePageFilesAreRead) {

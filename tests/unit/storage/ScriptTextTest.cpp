@@ -37,8 +37,6 @@ TEST(ScriptText, ExtractValueRemovesEveryPrefixAndCutsTheEnd) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(ExtractValue(c.line, c.prefix, c.cut), c.value) << c.line;
-    EXPECT_EQ(EnsureHash("FF0000") + EnsureHash("#FF0000") + EnsureHash("A#B"),
-              "#FF0000#FF0000A#B");
 }
 
 } // namespace

@@ -20,20 +20,6 @@ class StylesheetTest : public StorageTest {
     fs::path templateSheet;
 };
 
-TEST(ColourLines, BuiltInTableOrderWithHashes) {
-    ColorScheme c = defaultColorScheme();
-    c.aLink = "0000FF";
-    c.pageNumberColor = "#FFFFFF";
-    const std::vector<std::string> lines = buildColourLines(c);
-    ASSERT_EQ(lines.size(), 11u);
-    EXPECT_EQ(lines[0], "a:link {color: #0000FF;}");
-    EXPECT_EQ(lines[4], ".popupTitle, .moduleTable {background-color: #336699;}");
-    EXPECT_EQ(lines[5], ".moduleTable, .popupBorder, .popupTable {border-color: #336699;}");
-    EXPECT_EQ(lines[8], ".navPageNumberRow, .pageLink {color: #FFFFFF ! important;}");
-    EXPECT_EQ(lines[9], ".outlineTitleRow, .titleLink {color: #000000 ! important;}");
-    EXPECT_EQ(lines[10], ".copyRight {color: #666666;}");
-}
-
 TEST_F(StylesheetTest, ReadsTheRulesItKnows) {
     writeBytes(stylesheet, "body {margin: 0;}\r\n"
                            "a:link {color: #111111;}\r\n"
