@@ -20,10 +20,14 @@ const sets = (s, re) => s.log.filter(([name, el]) => name === "SetValue" && re.t
 // The values set for one field of every interaction, in order.
 const field = (s, f) => sets(s, new RegExp(`^cmi\\.interactions\\.\\d+\\.${f}$`)).map(([, v]) => v);
 
-async function leave(page) {
+// Takes the module out of its frame and returns what the LMS saw, every call within the strict
+// limits unless the LMS was told to refuse them.
+async function leave(page, strict = true) {
   await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
   await H.waitFor(() => page.evaluate(() => window.lmsLog.some(([name]) => name === "Terminate")));
-  return lmsState(page);
+  const s = await lmsState(page);
+  if (strict) assert.deepEqual(strict2004Violations(s.log), []);
+  return s;
 }
 
 const inLms = (type, body) => H.closing(async (keep) => {
@@ -32,53 +36,42 @@ const inLms = (type, body) => H.closing(async (keep) => {
   const { page, errors } = await H.open(browser);
   keep(page);
   const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra, "lms2004.html"));
-  await body({ dir, page, errors, go, server, sco: page.frameLocator("#sco") });
+  await body({ dir, page, go, server, sco: page.frameLocator("#sco") });
   assert.deepEqual(errors, []);
 });
 
 describe("SCORM 2004", () => {
   test("lesson: left and resumed, completed, browsed without a status, and refused", () => inLms("Lesson", async ({ page, go, sco }) => {
     await go(firstLaunch2004());
-    await sco.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
-    await sco.locator("#lumNext").click();
-    await sco.locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
+    await H.onPage(sco, 1);
+    await H.next(sco, 2);
     let s = await leave(page);
-    assert.deepEqual(strict2004Violations(s.log), []);
-    assert.equal(s.last["cmi.location"], "1");
-    assert.equal(s.last["cmi.completion_status"], "incomplete");
-    assert.equal(s.last["cmi.exit"], "suspend");
+    assert.deepEqual(["cmi.location", "cmi.completion_status", "cmi.exit"].map((el) => s.last[el]), ["1", "incomplete", "suspend"]);
     assert.equal(sets(s, /success_status|score/).length, 0);
 
     await go(firstLaunch2004({ "cmi.entry": "resume", "cmi.completion_status": "incomplete",
       "cmi.location": s.last["cmi.location"], "cmi.suspend_data": s.last["cmi.suspend_data"] }));
-    await sco.locator("#lumPageNum", { hasText: "Page 2 of 3" }).waitFor();
-    await sco.locator("#lumNext").click();
-    await sco.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+    await H.onPage(sco, 2);
+    await H.next(sco, 3);
     s = await leave(page);
-    assert.deepEqual(strict2004Violations(s.log), []);
     assert.equal(s.cmi.completion_status, "completed");
     assert.equal(s.last["cmi.exit"], "normal");
     assert.equal(sets(s, /success_status/).length, 0);
 
     // Browse mode: every page seen, nothing that counts recorded.
     await go(firstLaunch2004({ "cmi.mode": "browse" }));
-    for (const n of [1, 2]) {
-      await sco.locator("#lumNext").click();
-      await sco.locator("#lumPageNum", { hasText: `Page ${n + 1} of 3` }).waitFor();
-    }
+    await H.next(sco, 2);
+    await H.next(sco, 3);
     s = await leave(page);
-    assert.deepEqual(strict2004Violations(s.log), []);
     assert.deepEqual(sets(s, /./), []);
 
     // An LMS that answers false to every value: still one session, ended once, the values
     // offered again at its end.
     await go(firstLaunch2004(), "&fail=all");
-    await sco.locator("#lumPageNum", { hasText: "Page 1 of 3" }).waitFor();
-    for (const n of [2, 3]) {
-      await sco.locator("#lumNext").click();
-      await sco.locator("#lumPageNum", { hasText: `Page ${n} of 3` }).waitFor();
-    }
-    s = await leave(page);
+    await H.onPage(sco, 1);
+    await H.next(sco, 2);
+    await H.next(sco, 3);
+    s = await leave(page, false);
     assert.equal(s.log.filter(([name]) => name === "Terminate").length, 1);
     assert.equal(s.log.at(-1)[0], "Terminate");
     assert.equal(s.last["cmi.completion_status"], "completed");
@@ -100,7 +93,6 @@ describe("SCORM 2004", () => {
       await sco.getByRole("button", { name: "Submit" }).click();
       await sco.locator(".lumScore", { hasText: run.shown }).waitFor();
       const s = await leave(page);
-      assert.deepEqual(strict2004Violations(s.log), [], run.shown);
       assert.equal(s.cmi.completion_status, "completed");
       assert.equal(s.last["cmi.success_status"], run.success);
       assert.deepEqual(["scaled", "raw", "min", "max"].map((f) => s.last[`cmi.score.${f}`]),

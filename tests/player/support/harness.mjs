@@ -104,16 +104,27 @@ export async function open(browser, url) {
   return { page, errors };
 }
 
-// The evaluation's questions by their text, as the player reads them from the module's scripts.
-export const answerKey = (dir) => new Map(readModule(dir, "Evaluation").arrQuestions.map((q) => [q.evalQuestion, q]));
+// The evaluation's questions by their text as the learner reads it (without markup), as the
+// player reads them from the module's scripts.
+export const answerKey = (dir) => new Map(readModule(dir, "Evaluation").arrQuestions
+  .map((q) => [q.evalQuestion.replace(/<[^>]*>/g, ""), q]));
 
 // Ticks the right options of the i-th question shown, or only its first wrong one.
 export async function answer(qs, key, i, right = true) {
   const q = qs.nth(i);
-  const item = key.get(await q.locator(".lumQuestion").innerHTML());
+  const item = key.get(await q.locator(".lumQuestion").textContent());
   const picks = right ? item.evalDistractors.filter((d) => d.correct) : [item.evalDistractors.find((d) => !d.correct)];
   for (const o of picks) await q.getByLabel(o.txtDisplay, { exact: true }).check();
   return item;
+}
+
+// Waits for the frameset (a page or a frame locator) to show page n of `of`.
+export const onPage = (frame, n, of = 3) => frame.locator("#lumPageNum", { hasText: `Page ${n} of ${of}` }).waitFor();
+
+// Goes on to the next page, page n, and waits for it.
+export async function next(frame, n) {
+  await frame.locator("#lumNext").click();
+  await onPage(frame, n);
 }
 
 export async function waitFor(fn, timeout = 5000) {

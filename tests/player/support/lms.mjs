@@ -1,7 +1,8 @@
 // SCORM 1.2 and SCORM 2004 LMS frames backed by scorm-again, and an AICC HACP endpoint, all on
 // loopback.
+import assert from "node:assert/strict";
 import path from "node:path";
-import { repo, serve } from "./harness.mjs";
+import { repo, serve, waitFor } from "./harness.mjs";
 
 const scormAgain = path.join(repo, "tests", "player", "node_modules", "scorm-again", "dist");
 
@@ -71,6 +72,19 @@ export async function lmsState(page) {
     return { sets: window.lmsSets, last, calls: window.lmsCalls, status: API.cmi.core.lesson_status };
   });
 }
+
+// Takes the module out of the LMS frame so it commits and finishes, and returns what the LMS
+// holds; every value the module set keeps the data model's strict limits.
+export async function leaveLms(page) {
+  await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
+  await waitFor(() => page.evaluate(() => (window.lmsCalls.LMSFinish || 0) > 0));
+  const s = await lmsState(page);
+  assert.deepEqual(strictViolations(s.sets), []);
+  return s;
+}
+
+// The values set for every interaction's field ending in `end`, in order.
+export const interactions = (s, end) => s.sets.filter(([el]) => el.startsWith("cmi.interactions.") && el.endsWith(end)).map(([, v]) => v);
 
 export const firstLaunch = (extra = {}) => ({
   "cmi.core.student_id": "S1",
