@@ -6,7 +6,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { after, before, describe, test } from "node:test";
 import * as H from "./support/harness.mjs";
-import { firstLaunch, interactions as inter, leaveLms, lmsState, lmsUrl, scormServer } from "./support/lms.mjs";
+import { firstLaunch, inScormLms, interactions as inter, leaveLms, lmsState } from "./support/lms.mjs";
 
 let browser;
 before(async () => (browser = await H.launch()));
@@ -18,21 +18,15 @@ const CORE_WORST_CASE = { Lesson: 2, Evaluation: 8, Survey: 5 };
 
 const core = (s, ...fields) => fields.map((f) => s.last[`cmi.core.${f}`]);
 
-// Runs `body` over a fresh copy of `type` served beside the LMS page; go(data) (re)launches it,
-// leave() takes it out of its frame, its suspend data within what the core allows for.
-const inLms = (type, body) => H.closing(async (keep) => {
-  const dir = H.copyModule(type);
-  const server = keep(await scormServer(dir));
-  const { page, errors } = await H.open(browser);
-  keep(page);
-  const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra));
+// A template in the LMS; leave() takes it out of its frame, its suspend data within what the core
+// allows for.
+const inLms = (type, body) => inScormLms(browser, type, "lms.html", (run) => {
   const leave = async () => {
-    const s = await leaveLms(page);
+    const s = await leaveLms(run.page);
     assert.ok((s.last["cmi.suspend_data"] ?? "").length <= CORE_WORST_CASE[type]);
     return s;
   };
-  await body({ dir, page, go, leave, sco: page.frameLocator("#sco") });
-  assert.deepEqual(errors, []);
+  return body({ ...run, leave });
 });
 
 describe("SCORM 1.2", () => {

@@ -4,7 +4,7 @@
 import assert from "node:assert/strict";
 import { after, before, describe, test } from "node:test";
 import * as H from "./support/harness.mjs";
-import { firstLaunch2004, lmsUrl, scormServer, strict2004Violations } from "./support/lms.mjs";
+import { firstLaunch2004, inScormLms, strict2004Violations } from "./support/lms.mjs";
 
 let browser;
 before(async () => (browser = await H.launch()));
@@ -30,15 +30,7 @@ async function leave(page, strict = true) {
   return s;
 }
 
-const inLms = (type, body) => H.closing(async (keep) => {
-  const dir = H.copyModule(type);
-  const server = keep(await scormServer(dir));
-  const { page, errors } = await H.open(browser);
-  keep(page);
-  const go = (data, extra) => page.goto(lmsUrl(server.base, H.FRAMESET[type], data, extra, "lms2004.html"));
-  await body({ dir, page, go, server, sco: page.frameLocator("#sco") });
-  assert.deepEqual(errors, []);
-});
+const inLms = (type, body) => inScormLms(browser, type, "lms2004.html", body);
 
 describe("SCORM 2004", () => {
   test("lesson: left and resumed, completed, browsed without a status, and refused", () => inLms("Lesson", async ({ page, go, sco }) => {
@@ -106,9 +98,9 @@ describe("SCORM 2004", () => {
     }
   }));
 
-  test("survey: launched in a pop-up, one likert interaction per rating", () => inLms("Survey", async ({ page, server }) => {
+  test("survey: launched in a pop-up, one likert interaction per rating", () => inLms("Survey", async ({ page, go }) => {
     const popup = page.waitForEvent("popup");
-    await page.goto(lmsUrl(server.base, H.FRAMESET.Survey, firstLaunch2004(), "&popup=1", "lms2004.html"));
+    await go(firstLaunch2004(), "&popup=1");
     const sco = await popup;
     const errors = [];
     sco.on("pageerror", (e) => errors.push(String(e)));

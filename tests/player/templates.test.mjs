@@ -1,6 +1,7 @@
-// The template folders as files: the colour rules are the eleven lines the tool rewrites, and the
-// page files and the help are what the player and the editor read. (That a module the core saves
-// plays is the player-authored test's; that a save keeps the templates' scripts is SessionTest's.)
+// The template stylesheet as a file: the colour rules are the eleven lines the tool rewrites, and
+// the player's markup wears their classes. (That a module the core saves plays is the
+// player-authored test's; that its page files keep what the author typed is AuthoredModules';
+// the help's pages are the help tests'.)
 import assert from "node:assert/strict";
 import fs from "node:fs";
 import path from "node:path";
@@ -25,19 +26,5 @@ describe("template files", () => {
       .map((f) => read(t, f)).join("")).join("") + read("Lesson", "scripts", "player-lesson.js") + read("Lesson", "scripts", "player-activity.js");
     for (const [, cls] of rules.join(" ").matchAll(/\.(\w+)/g))
       assert.match(markup, new RegExp(`class(Name = |=)"[^"]*\\b${cls}\\b`), cls);
-  });
-
-  test("page files hold their content between the two markers; the help is a lesson module", () => {
-    for (const f of fs.readdirSync(path.join(H.templates, "Lesson")).filter((n) => /^page\d+\.html$/.test(n))) {
-      const lines = read("Lesson", f).split("\r\n");
-      const start = lines.findIndex((l) => l.includes("<LUMApageContent>"));
-      assert.ok(start >= 0 && lines.findIndex((l) => l.includes("</LUMApageContent>")) > start + 1, f);
-      assert.ok(lines.includes('<html lang="en">'), f);
-    }
-    assert.equal(fs.readFileSync(path.join(H.templates, "version"), "utf8").trim(), "1.0");
-    const help = path.join(H.templates, "..", "Help");
-    const ctx = H.readModule(help, "Lesson");
-    assert.ok(ctx.objLessonModule.pages.length >= 4);
-    for (let i = 0; i < ctx.objLessonModule.pages.length; i++) assert.ok(fs.existsSync(path.join(help, `page${i}.html`)));
   });
 });

@@ -7,7 +7,7 @@ import fs from "node:fs";
 import path from "node:path";
 import { after, before, test } from "node:test";
 import * as H from "../support/harness.mjs";
-import { firstLaunch, lmsState, lmsUrl, scormServer, strictViolations } from "../support/lms.mjs";
+import { firstLaunch, inScormLms, interactions as inter, leaveLms } from "../support/lms.mjs";
 
 const authored = process.env.LUMORA_AUTHORED_DIR;
 assert.ok(authored, "LUMORA_AUTHORED_DIR names the folder the authoring test wrote");
@@ -19,46 +19,23 @@ after(async () => browser?.close());
 const sco = (page) => page.frameLocator("#sco");
 const plain = (html) => html.replace(/<[^>]*>/g, "");
 
-// The questions as the module's scripts hold them, by their text without markup.
-const answerKey = (dir) => new Map([...H.answerKey(dir).values()].map((q) => [plain(q.evalQuestion), q]));
-
-// Ticks the right options of the i-th question shown, or only its first wrong one.
-async function answer(qs, key, i, right = true) {
-  const q = qs.nth(i);
-  const item = key.get(await q.locator(".lumQuestion").textContent());
-  const picks = right ? item.evalDistractors.filter((d) => d.correct) : [item.evalDistractors.find((d) => !d.correct)];
-  for (const o of picks) await q.getByLabel(o.txtDisplay, { exact: true }).check();
-  return item;
-}
-const inter = (s, end) => s.sets.filter(([el]) => el.startsWith("cmi.interactions.") && el.endsWith(end)).map(([, v]) => v);
-
-// A copy of one authored module served beside the LMS page, launched for a first attempt.
+// A copy of one authored module served beside the LMS page, launched for a first attempt; what
+// the LMS holds once the learner left it.
 async function inLms(name, data, body) {
   const from = path.join(authored, name);
   assert.ok(fs.existsSync(path.join(from, "scripts")), `no authored module in ${from}`);
-  const dir = H.copyModule(name, from);
-  return H.closing(async (keep) => {
-    const server = keep(await scormServer(dir));
-    const { page, errors } = await H.open(browser);
-    keep(page);
-    await page.goto(lmsUrl(server.base, H.FRAMESET[name], firstLaunch(data)));
+  return inScormLms(browser, name, "lms.html", async ({ dir, page, go }) => {
+    await go(firstLaunch(data));
     await body({ dir, page });
-    // Leaving the module commits and finishes.
-    await page.evaluate(() => (document.getElementById("sco").src = "about:blank"));
-    await H.waitFor(() => page.evaluate(() => (window.lmsCalls.LMSFinish || 0) > 0));
-    const s = await lmsState(page);
-    assert.deepEqual(strictViolations(s.sets), []);
-    assert.deepEqual(errors, []);
-    return s;
-  });
+    return leaveLms(page);
+  }, from);
 }
 
 test("lesson: the term pop-up, the page link, the activity and the picture; completion reaches the LMS", async () => {
   const s = await inLms("Lesson", {}, async ({ page }) => {
     const frame = sco(page);
     const content = frame.frameLocator("#lumContent");
-    const pageNum = () => frame.locator("#lumPageNum").textContent();
-    await H.waitFor(async () => (await pageNum()) === "Page 1 of 3");
+    await H.onPage(frame, 1);
     assert.equal(await frame.locator("#lumTitle").textContent(), "Colour theory");
     assert.deepEqual(await frame.locator("#lumOutline a").allTextContents(), ["Primary colours", "Mixing", "Summary"]);
 
@@ -80,11 +57,11 @@ test("lesson: the term pop-up, the page link, the activity and the picture; comp
     await popup.waitFor({ state: "detached" });
 
     await content.locator("a", { hasText: "the summary" }).click();
-    await H.waitFor(async () => (await pageNum()) === "Page 3 of 3");
+    await H.onPage(frame, 3);
     assert.equal(await frame.locator('#lumOutline a[aria-current="page"]').textContent(), "Summary");
 
     await frame.locator("#lumBack").click();
-    await H.waitFor(async () => (await pageNum()) === "Page 2 of 3");
+    await H.onPage(frame, 2);
     const picture = content.locator('img[src="media/swatch.png"]');
     await picture.waitFor();
     await H.waitFor(() => picture.evaluate((img) => img.complete && img.naturalWidth === 24));
@@ -95,8 +72,7 @@ test("lesson: the term pop-up, the page link, the activity and the picture; comp
 test("evaluation: three of the five questions asked, the option's feedback shown, the score reaches the LMS", async () => {
   const s = await inLms("Evaluation", { "cmi.student_data.mastery_score": "60" }, async ({ dir, page }) => {
     const frame = sco(page);
-    const key = answerKey(dir);
-    assert.equal(key.size, 5);
+    const key = H.answerKey(dir);
     const qs = frame.locator(".lumQ");
     await qs.first().waitFor();
     assert.equal(await qs.count(), 3);
@@ -105,18 +81,16 @@ test("evaluation: three of the five questions asked, the option's feedback shown
     assert.equal(asked.size, 3);
     for (const q of asked) assert.ok(key.has(q), `not an authored question: ${q}`);
 
-    await answer(qs, key, 0);
-    const wrong = await answer(qs, key, 1, false);
-    await answer(qs, key, 2);
+    await H.answer(qs, key, 0);
+    const wrong = await H.answer(qs, key, 1, false);
+    await H.answer(qs, key, 2);
     await frame.getByRole("button", { name: "Submit" }).click();
     await frame.locator(".lumScore", { hasText: "Your score: 67%" }).waitFor();
     const feedback = wrong.evalDistractors.find((d) => !d.correct).incorrectRationale;
-    assert.match(feedback, /^Not /);
     assert.ok((await qs.nth(1).locator(".lumReview").textContent()).includes(feedback));
   });
-  assert.deepEqual(["raw", "min", "max"].map((f) => s.last[`cmi.core.score.${f}`]), ["67", "0", "100"]);
+  assert.equal(s.last["cmi.core.score.raw"], "67");
   assert.equal(s.status, "passed");
-  assert.deepEqual(inter(s, ".result"), ["correct", "wrong", "correct"]);
 });
 
 test("survey: the three authored questions rated, the ratings reach the LMS", async () => {
@@ -131,7 +105,6 @@ test("survey: the three authored questions rated, the ratings reach the LMS", as
     await frame.locator("#lumResult", { hasText: "Thank you" }).waitFor();
   });
   assert.equal(s.status, "completed");
-  assert.deepEqual(inter(s, ".type"), ["likert", "likert", "likert"]);
   assert.deepEqual(inter(s, ".student_response"), ["2", "1", "5"]);
 });
 
@@ -142,7 +115,7 @@ test("a lesson typed full of hostile texts still runs and shows them as text", a
     const { page, errors } = await H.open(browser);
     keep(page);
     await page.goto(`${server.base}/lessonframeset.html`);
-    await H.waitFor(async () => (await page.locator("#lumPageNum").textContent()) === "Page 1 of 3");
+    await H.onPage(page, 1);
     assert.equal(await page.locator("#lumTitle").textContent(), texts.title);
     // The scripts hold texts as string literals with only the quote escaped: a backslash
     // before a letter is the script's escape, so "C:\Lumora" reads "C:Lumora".
@@ -159,8 +132,7 @@ test("a lesson typed full of hostile texts still runs and shows them as text", a
     assert.ok((await popup.textContent()).length > 100000);
     await page.keyboard.press("Escape");
     // The sample's activity 1, on the second page, is the item typed over.
-    await page.locator("#lumNext").click();
-    await H.waitFor(async () => (await page.locator("#lumPageNum").textContent()) === "Page 2 of 3");
+    await H.next(page, 2);
     const act = content.locator(".lumActivity");
     assert.ok((await act.textContent()).includes(texts.question));
     await act.locator("input").first().check();

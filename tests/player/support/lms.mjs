@@ -2,7 +2,7 @@
 // loopback.
 import assert from "node:assert/strict";
 import path from "node:path";
-import { repo, serve, waitFor } from "./harness.mjs";
+import { closing, copyModule, FRAMESET, open, repo, serve, waitFor } from "./harness.mjs";
 
 const scormAgain = path.join(repo, "tests", "player", "node_modules", "scorm-again", "dist");
 
@@ -63,6 +63,20 @@ export async function scormServer(moduleDir) {
 
 export const lmsUrl = (base, frameset, data, extra = "", page = "lms.html") =>
   `${base}/${page}?module=${encodeURIComponent("/m/" + frameset)}&data=${encodeURIComponent(JSON.stringify(data))}${extra}`;
+
+// Runs `body` over a fresh copy of a module of `type` (from its template, or the folder `from`)
+// served beside the LMS page `lmsPage`; go(data, extra) (re)launches it there. The learner
+// never meets a script error.
+export const inScormLms = (browser, type, lmsPage, body, from) => closing(async (keep) => {
+  const dir = copyModule(type, from);
+  const server = keep(await scormServer(dir));
+  const { page, errors } = await open(browser);
+  keep(page);
+  const go = (data, extra) => page.goto(lmsUrl(server.base, FRAMESET[type], data, extra, lmsPage));
+  const result = await body({ dir, page, go, server, sco: page.frameLocator("#sco") });
+  assert.deepEqual(errors, []);
+  return result;
+});
 
 // What the LMS holds after the content went: the last value of each element set.
 export async function lmsState(page) {
