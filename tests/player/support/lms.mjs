@@ -6,12 +6,23 @@ import { closing, copyModule, FRAMESET, open, repo, serve, waitFor } from "./har
 
 const scormAgain = path.join(repo, "tests", "player", "node_modules", "scorm-again", "dist");
 
-// The LMS page: window.API is a real run-time; everything the content sets is recorded in
-// window.lmsSets, and window.lmsCalls counts the API calls by name.
-const LMS_PAGE = `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8"><title>LMS</title>
-<script src="/scorm-again/scorm12.js"></script>
+// An LMS page: `runtime` is scorm-again's run-time, set up and watched by `script`. The module
+// opens in the page's frame, or with popup=1 in a window of its own.
+const lmsPage = (runtime, script) => `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8"><title>LMS</title>
+<script src="/scorm-again/${runtime}"></script>
 <script>
   var params = new URLSearchParams(location.search);
+${script}</script></head>
+<body><iframe id="sco" title="Module" style="width:100%;height:90vh;border:0"></iframe>
+<script>
+  if (params.get("popup")) window.sco = window.open(params.get("module"), "sco");
+  else document.getElementById("sco").src = params.get("module");
+</script></body></html>`;
+
+// SCORM 1.2: window.API is a real run-time; everything the content sets is recorded in
+// window.lmsSets, and window.lmsCalls counts the API calls by name. With fail=commit every
+// Commit answers "false".
+const LMS_PAGE = lmsPage("scorm12.js", `
   window.API = new Scorm12API({ logLevel: 5 });
   API.loadFromFlattenedJSON(JSON.parse(params.get("data") || "{}"));
   window.lmsSets = [];
@@ -21,17 +32,12 @@ const LMS_PAGE = `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8"><ti
   });
   API.on("LMSSetValue.cmi.*", function (element, value) { lmsSets.push([element, value]); });
   if (params.get("fail") === "commit") API.LMSCommit = function () { lmsCalls.failedCommit = (lmsCalls.failedCommit || 0) + 1; return "false"; };
-</script></head>
-<body><iframe id="sco" title="Module" style="width:100%;height:90vh;border:0"></iframe>
-<script>document.getElementById("sco").src = params.get("module");</script></body></html>`;
+`);
 
-// The SCORM 2004 LMS page: window.API_1484_11 is a real run-time whose every call is logged in
-// order (window.lmsLog: [name, arguments..., result]). With popup=1 it opens the module in a new
-// window instead of a frame; with fail=all every SetValue and Commit answers "false".
-const LMS_2004_PAGE = `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8"><title>LMS 2004</title>
-<script src="/scorm-again/scorm2004.js"></script>
-<script>
-  var params = new URLSearchParams(location.search);
+// SCORM 2004: window.API_1484_11 is a real run-time whose every call is logged in order
+// (window.lmsLog: [name, arguments..., result]). With fail=all every SetValue and Commit
+// answers "false".
+const LMS_2004_PAGE = lmsPage("scorm2004.js", `
   window.API_1484_11 = new Scorm2004API({ logLevel: 5 });
   API_1484_11.loadFromFlattenedJSON(JSON.parse(params.get("data") || "{}"));
   window.lmsLog = [];
@@ -45,12 +51,7 @@ const LMS_2004_PAGE = `<!DOCTYPE html><html lang="en"><head><meta charset="utf-8
       return result;
     };
   });
-</script></head>
-<body><iframe id="sco" title="Module" style="width:100%;height:90vh;border:0"></iframe>
-<script>
-  if (params.get("popup")) window.sco = window.open(params.get("module"), "sco");
-  else document.getElementById("sco").src = params.get("module");
-</script></body></html>`;
+`);
 
 export async function scormServer(moduleDir) {
   return serve({ "/m/": moduleDir, "/scorm-again/": scormAgain }, (req, res, url) => {
