@@ -32,7 +32,7 @@ describe("AICC HACP", () => {
     return withAicc("Lesson", state, async ({ open }) => {
       // Parameter names in any case; the URL unencoded, as some LMSs send it.
       const { page } = await open((hacp) => `AICC_SID=abc%201&AICC_URL=${hacp}`);
-      await page.locator("#lumPageNum", { hasText: "Page 3 of 3" }).waitFor();
+      await H.onPage(page, 3);
       await H.waitFor(() => putParams(state).some((d) => /Lesson_Status=completed/.test(d)));
       await page.goto("about:blank");
       await H.waitFor(() => commands(state).includes("ExitAU"));

@@ -33,11 +33,10 @@ describe("the offline help", { skip: !(help && fs.existsSync(help)) && "the help
   test("every page, a glossary pop-up and an answered activity: no accessibility violation; pictures load at their size", async () => {
     const pages = H.readModule(help, "Lesson").objLessonModule.pages.length;
     const { page, errors } = await H.open(browser, `${server.base}/lessonFrameset.html`);
-    const pageNum = () => page.locator("#lumPageNum").textContent();
     const content = async () => (await page.locator("#lumContent").elementHandle()).contentFrame();
     const found = [];
     for (let i = 1; i <= pages; i++) {
-      await H.waitFor(async () => (await pageNum()) === `Page ${i} of ${pages}`);
+      await H.onPage(page, i, pages);
       // The page number changes before the frame has navigated: wait for the page's own file,
       // loaded, or the checks below would run in the document that is going away.
       let frame;
