@@ -94,23 +94,6 @@ describe("cmi5", () => {
     assert.deepEqual(answers.map((s) => s.result.response), ["1", "4", "5"]);
     assert.ok(answers.every((s) => s.object.definition.interactionType === "likert" && !("success" in s.result)));
 
-    // The checks catch each kind of fault in these very statements.
-    const faults = {
-      "an invalid verb id": (l) => (l[1].verb.id = "answered"),
-      "terminated not last": (l) => l.push(l.splice(-2, 1)[0]),
-      "completed twice": (l) => l.splice(-1, 0, { ...l.at(-2), id: randomUUID() }),
-      "the cmi5 category dropped": (l) => delete l[0].context.contextActivities.category,
-      "the moveon category on terminated": (l) => l.at(-1).context.contextActivities.category.push({ id: "https://w3id.org/xapi/cmi5/context/categories/moveon" }),
-      "the template's grouping dropped": (l) => delete l[0].context.contextActivities.grouping,
-      "a score on completed": (l) => (l.at(-2).result.score = { scaled: 1 }),
-      "no duration on terminated": (l) => delete l.at(-1).result.duration,
-    };
-    for (const [fault, make] of Object.entries(faults)) {
-      const list = structuredClone(lms.session(lms.launches[0]));
-      make(list);
-      assert.notDeepEqual(cmi5Violations({ ...lms, session: () => list }), [], fault);
-    }
-
     // Exit ends the session and goes to the LMS's return address.
     await launch({ returnURL: "/return" });
     await page.locator(".lumQ").first().waitFor();
