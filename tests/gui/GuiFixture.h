@@ -120,15 +120,13 @@ class GuiTest : public ::testing::Test {
     void startToChooser() {
         stage({"Templates", "app", "Help"});
         makeWorkspace();
-        ASSERT_TRUE(startProgram());
-        ASSERT_NE(program->splash(), nullptr);
-        program->splash()->finish();
-        ASSERT_NE(visibleForm("frmOpenChoose"), nullptr);
+        restartToChooser();
     }
 
-    // The installation started once more, up to its start chooser.
+    // The installation started (once more), up to its start chooser.
     void restartToChooser() {
         ASSERT_TRUE(startProgram());
+        ASSERT_NE(program->splash(), nullptr);
         program->splash()->finish();
         ASSERT_NE(visibleForm("frmOpenChoose"), nullptr);
     }
@@ -144,6 +142,14 @@ class GuiTest : public ::testing::Test {
         program->startChooser()->close();
         program->showMainForm();
         return program->mainForm();
+    }
+
+    // The last message shown: its text, title and icon.
+    void expectLast(const std::string& text, const std::string& title, Icon icon) {
+        ASSERT_NE(prompt.last(), nullptr);
+        EXPECT_EQ(prompt.last()->text, text);
+        EXPECT_EQ(prompt.last()->title, title);
+        EXPECT_EQ(prompt.last()->icon, icon);
     }
 
     QAction* menu(const char* name) { return control<QAction>(program->mainForm(), name); }

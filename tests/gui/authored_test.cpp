@@ -27,14 +27,6 @@
 namespace lumora::testing {
 namespace {
 
-// The file-open dialog, answered with one file; the colour dialog is not used here.
-class OneFileDialog : public FormDialogs {
-  public:
-    QString file;
-    QString openFile(QWidget*, const QString&) override { return file; }
-    std::optional<QColor> color(QWidget*, const QColor&) override { return std::nullopt; }
-};
-
 struct Option {
     const char* text;
     bool correct;
@@ -43,11 +35,6 @@ struct Option {
 
 class AuthoredModules : public AuthoringTest {
   protected:
-    void openType(const std::string& type) {
-        open(type);
-        form->setDialogs(&dialogs);
-    }
-
     // Typing into a one-line field replaces what it held.
     void type(const char* name, const QString& text, QWidget* in = nullptr) {
         auto* field = control<QLineEdit>(in ? in : form, name);
@@ -62,18 +49,6 @@ class AuthoredModules : public AuthoringTest {
         definition->insertPlainText(text);
     }
 
-    // Replaces an editor's whole document as a paste of `html` does, and waits until the
-    // module holds `arrived`.
-    void pasteInEditor(const char* editor, const QString& html, const std::string& arrived,
-                       const std::function<std::string()>& stored) {
-        waitLoaded(editor);
-        js(editor, QStringLiteral("(() => { document.body.focus();"
-                                  " getSelection().selectAllChildren(document.body);"
-                                  " document.execCommand('insertHTML', false, %1); })()")
-                       .arg(jsString(html)));
-        ASSERT_TRUE(QTest::qWaitFor([&] { return containsText(stored(), arrived); }, kWaitMs))
-            << stored();
-    }
     // A page written whole in the source view, then shown in the design view again.
     void writePage(const QString& html) {
         auto* views = control<QTabWidget>(form, "tabLessonPage");
@@ -86,44 +61,22 @@ class AuthoredModules : public AuthoringTest {
         views->setCurrentIndex(0);
         ASSERT_TRUE(loaded.count() > 0 || loaded.wait(kWaitMs));
     }
+    // Replaces the current question's text as a paste of `html` does.
     void pasteQuestion(const QString& html, const std::string& arrived) {
         const int item = session.CurrentItem;
-        pasteInEditor("dhtmlQuestionEdit", html, arrived,
-                      [this, item] { return session.module.questions[item].questionText; });
+        edit("dhtmlQuestionEdit", "insertHTML", html, true,
+             [&] { return containsText(session.module.questions[item].questionText, arrived); });
     }
-
     // Selects the first occurrence of `text` in the page editor, as a drag of the mouse does.
-    void mark(const QString& text) {
-        js("dhtmlLessonEdit",
-           QStringLiteral("(() => { const w = document.createTreeWalker(document.body, 4);"
-                          " for (let n = w.nextNode(); n; n = w.nextNode()) {"
-                          "   const at = n.data.indexOf(%1); if (at < 0) continue;"
-                          "   const r = document.createRange(); r.setStart(n, at);"
-                          "   r.setEnd(n, at + %1.length);"
-                          "   getSelection().removeAllRanges(); getSelection().addRange(r);"
-                          "   return; } })()")
-               .arg(jsString(text)));
-    }
-    // The caret at the end of the page.
-    void caretAtEnd() {
-        js("dhtmlLessonEdit", "(() => { document.body.focus();"
-                              " getSelection().selectAllChildren(document.body);"
-                              " getSelection().collapseToEnd(); })()");
-    }
+    void mark(const QString& text) { select(editor("dhtmlLessonEdit"), "body", text); }
 
-    // Opens a chooser from the page's buttons, picks a row and inserts with a double-click.
+    // Opens a chooser from the page's buttons and inserts its row with a double-click.
     template <class Chooser>
     void insertWith(const char* button, Chooser* (MainForm::*shown)() const, int row) {
         click(button);
         Chooser* chooser = (form->*shown)();
         ASSERT_TRUE(chooser && chooser->isVisible()) << button;
-        auto* list = chooser->template findChild<QListWidget*>();
-        QSignalSpy finished(chooser, &InsertChooser::insertFinished);
-        const QPoint at = list->visualItemRect(list->item(row)).center();
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
-        ASSERT_TRUE(finished.count() > 0 || finished.wait(kWaitMs)) << button;
-        EXPECT_TRUE(finished.front().front().toBool()) << button;
+        doubleClickRow(chooser, row);
     }
 
     // The current item's options typed one after the other in the option editor, starting
@@ -132,20 +85,20 @@ class AuthoredModules : public AuthoringTest {
         ASSERT_EQ(list("lstOptions")->count(), 1);
         select("lstOptions", 0);
         click("btnEditOption");
-        OptionForm* editor = form->optionForm();
-        ASSERT_NE(editor, nullptr);
+        OptionForm* optionForm = form->optionForm();
+        ASSERT_NE(optionForm, nullptr);
         bool first = true;
         for (const Option& option : options) {
             if (!first)
-                control<QPushButton>(editor, "btnNext")->click(); // "Create" at the last
+                control<QPushButton>(optionForm, "btnNext")->click(); // "Create" at the last
             first = false;
-            type("txtDisplay", option.text, editor);
+            type("txtDisplay", option.text, optionForm);
             if (option.correct)
-                control<QCheckBox>(editor, "chkCorrect")->click();
+                control<QCheckBox>(optionForm, "chkCorrect")->click();
             if (option.feedback)
-                type("txtIncorrectRationale", option.feedback, editor);
+                type("txtIncorrectRationale", option.feedback, optionForm);
         }
-        control<QPushButton>(editor, "btnClose")->click();
+        control<QPushButton>(optionForm, "btnClose")->click();
     }
 
     // Removes the sample's items but `keep`, answering Yes to each question.
@@ -182,57 +135,33 @@ class AuthoredModules : public AuthoringTest {
                               std::filesystem::copy_options::recursive);
     }
 
-    static std::string withoutLastLineBreak(std::string text) {
-        if (text.size() >= 2 && text.compare(text.size() - 2, 2, "\r\n") == 0)
-            text.resize(text.size() - 2);
-        return text;
+    // Everything the author can change in the lists, as a reload must give it back: the page
+    // file ends the content's last line with a line break, the file keeps a definition's line
+    // breaks as the script's escape, and a blank placeholder option is not written.
+    static std::vector<std::string> authored(const CourseModule& m) {
+        std::vector<std::string> texts{m.modTitle, m.copyright, m.shuffleEvalQuestions,
+                                       std::to_string(m.intNumQuestions)};
+        for (const LessonPage& p : m.pages) {
+            std::string content = p.content;
+            if (content.ends_with("\r\n"))
+                content.resize(content.size() - 2);
+            texts.push_back("page " + p.title + ": " + content);
+        }
+        for (const GlossaryTerm& t : m.glossary)
+            texts.push_back("term " + t.term + ": " + definitionForField(t.definition));
+        for (const QAndAItem& q : m.questions) {
+            texts.push_back("item " + q.questionType + " " + q.questionText + " / " + q.rationale);
+            for (const QuestionOption& o : q.options)
+                if (!o.txtDisplay.empty())
+                    texts.push_back("option " + o.txtDisplay + "|" + o.correct + "|" +
+                                    o.incorrectRationale);
+        }
+        return texts;
     }
-
-    // What a reload must give back: everything the author can change in the lists.
-    static void expectSame(const CourseModule& back, const CourseModule& typed) {
-        EXPECT_EQ(back.modTitle, typed.modTitle);
-        EXPECT_EQ(back.copyright, typed.copyright);
-        EXPECT_EQ(back.shuffleEvalQuestions, typed.shuffleEvalQuestions);
-        EXPECT_EQ(back.intNumQuestions, typed.intNumQuestions);
-        ASSERT_EQ(back.pages.size(), typed.pages.size());
-        for (std::size_t i = 0; i < typed.pages.size(); ++i) {
-            EXPECT_EQ(back.pages[i].title, typed.pages[i].title);
-            // The page file ends the content's last line with a line break.
-            EXPECT_EQ(withoutLastLineBreak(back.pages[i].content),
-                      withoutLastLineBreak(typed.pages[i].content))
-                << "page " << i;
-        }
-        ASSERT_EQ(back.glossary.size(), typed.glossary.size());
-        for (std::size_t i = 0; i < typed.glossary.size(); ++i) {
-            EXPECT_EQ(back.glossary[i].term, typed.glossary[i].term);
-            // The file keeps a definition's line breaks as the script's escape.
-            EXPECT_EQ(definitionForField(back.glossary[i].definition),
-                      definitionForField(typed.glossary[i].definition));
-        }
-        ASSERT_EQ(back.questions.size(), typed.questions.size());
-        for (std::size_t i = 0; i < typed.questions.size(); ++i) {
-            const QAndAItem &b = back.questions[i], &t = typed.questions[i];
-            EXPECT_EQ(b.questionText, t.questionText) << "item " << i;
-            EXPECT_EQ(b.questionType, t.questionType) << "item " << i;
-            EXPECT_EQ(b.rationale, t.rationale) << "item " << i;
-            // The files hold the options with a text; a blank placeholder is not written.
-            const auto written = [](const std::vector<QuestionOption>& options) {
-                std::vector<std::string> texts;
-                for (const QuestionOption& o : options)
-                    if (!o.txtDisplay.empty())
-                        texts.push_back(o.txtDisplay + "|" + o.correct + "|" +
-                                        o.incorrectRationale);
-                return texts;
-            };
-            EXPECT_EQ(written(b.options), written(t.options)) << "item " << i;
-        }
-    }
-
-    OneFileDialog dialogs;
 };
 
 TEST_F(AuthoredModules, ALessonWithATermLinkAPageLinkAnActivityAndAPicture) {
-    openType(kLesson);
+    open(kLesson);
     type("txtModuleTitle", "Colour theory");
 
     // A term and an activity of its own, beside the sample's two of each.
@@ -259,18 +188,18 @@ TEST_F(AuthoredModules, ALessonWithATermLinkAPageLinkAnActivityAndAPicture) {
     insertWith("btnInsertTerm", &MainForm::termChooser, 2);
     mark("the summary");
     insertWith("Command1", &MainForm::pageLinkForm, 2);
-    caretAtEnd();
+    caretAtEnd("dhtmlLessonEdit");
     insertWith("btnInsertQAndA", &MainForm::qAndAChooser, 2);
 
     const QString picture = QString::fromStdString((install / "swatch.png").string());
     QImage swatch(24, 24, QImage::Format_RGB32);
     swatch.fill(Qt::red);
     ASSERT_TRUE(swatch.save(picture));
-    dialogs.file = picture;
+    dialogs.files.push_back(picture);
     select("lstPages", 1);
     type("txtPageTitle", "Mixing");
     writePage("<P>Two primaries make a secondary.</P>");
-    caretAtEnd();
+    caretAtEnd("dhtmlLessonEdit");
     click("btnInsertImage");
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return containsText(session.module.pages[1].content, "swatch.png"); }, kWaitMs));
@@ -292,14 +221,14 @@ TEST_F(AuthoredModules, ALessonWithATermLinkAPageLinkAnActivityAndAPicture) {
     EXPECT_TRUE(containsText(readText(moduleFile("Course1", "page1.html")), "media/swatch.png"));
     EXPECT_TRUE(std::filesystem::exists(moduleFile("Course1", "media/swatch.png")));
     reopen();
-    expectSame(session.module, typed);
+    EXPECT_EQ(authored(session.module), authored(typed));
     EXPECT_EQ(rows("lstPages"),
               (std::vector<QString>{"Primary colours", "1. Mixing", "2. Summary"}));
     handOver("Lesson");
 }
 
 TEST_F(AuthoredModules, AnEvaluationOfFiveShuffledQuestionsThreeAskedWithOptionFeedback) {
-    openType(kEvaluation);
+    open(kEvaluation);
     type("txtModuleTitle", "Colour check");
     showTab(1);
     removeSampleItems(0);
@@ -358,14 +287,14 @@ TEST_F(AuthoredModules, AnEvaluationOfFiveShuffledQuestionsThreeAskedWithOptionF
     EXPECT_TRUE(containsText(scripts, "var shuffleEvalQuestions = true;\r\n")) << scripts;
     EXPECT_TRUE(containsText(scripts, "var intNumQuestions = 3;\r\n")) << scripts;
     reopen();
-    expectSame(session.module, typed);
+    EXPECT_EQ(authored(session.module), authored(typed));
     EXPECT_EQ(control<QLineEdit>(form, "txtNumberToAsk")->text(), "3");
     EXPECT_TRUE(control<QCheckBox>(form, "chkShuffleQuestions")->isChecked());
     handOver("Evaluation");
 }
 
 TEST_F(AuthoredModules, ASurveyOfThreeQuestions) {
-    openType(kSurvey);
+    open(kSurvey);
     type("txtModuleTitle", "Course feedback");
     showTab(1);
     // The last item stays, with its five ratings, and is typed over.
@@ -388,7 +317,7 @@ TEST_F(AuthoredModules, ASurveyOfThreeQuestions) {
     save("The following questions have an inappropriate number of correct options.     \r\n"
          "Please revisit the following questions:\r\n     1, 2, 3");
     reopen();
-    expectSame(session.module, typed);
+    EXPECT_EQ(authored(session.module), authored(typed));
     // Each came with the five ratings.
     for (const QAndAItem& item : session.module.questions) {
         std::vector<std::string> ratings;
@@ -403,7 +332,7 @@ TEST_F(AuthoredModules, ASurveyOfThreeQuestions) {
 // Quotes, backslashes, line breaks, a closing script tag, markup, emoji and a very long text in
 // the fields of one lesson. The player's test reads the texts it should show from hostile.json.
 TEST_F(AuthoredModules, HostileTextsSaveReloadAndAreHandedToThePlayer) {
-    openType(kLesson);
+    open(kLesson);
     const QString emoji = QString::fromUtf8("\xF0\x9F\x8E\xA8 \xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F"
                                             "\x92\xBB");
     const QJsonObject texts{
@@ -420,13 +349,8 @@ TEST_F(AuthoredModules, HostileTextsSaveReloadAndAreHandedToThePlayer) {
     paste("txtCopyright", texts["copyright"].toString());
     paste("txtPageTitle", texts["pageTitle"].toString());
     // Typed text, so markup in it is text; then a term link over its first word.
-    waitLoaded("dhtmlLessonEdit");
-    js("dhtmlLessonEdit", QStringLiteral("(() => { document.body.focus();"
-                                         " getSelection().selectAllChildren(document.body);"
-                                         " document.execCommand('insertText', false, %1); })()")
-                              .arg(jsString("Term " + texts["content"].toString())));
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return containsText(session.module.pages[0].content, "typed markup"); }, kWaitMs));
+    edit("dhtmlLessonEdit", "insertText", "Term " + texts["content"].toString(), true,
+         [&] { return containsText(session.module.pages[0].content, "typed markup"); });
     mark("Term");
     insertWith("btnInsertTerm", &MainForm::termChooser, 0);
 
@@ -444,7 +368,7 @@ TEST_F(AuthoredModules, HostileTextsSaveReloadAndAreHandedToThePlayer) {
     const CourseModule typed = session.module;
     save();
     reopen();
-    expectSame(session.module, typed);
+    EXPECT_EQ(authored(session.module), authored(typed));
     EXPECT_EQ(control<QLineEdit>(form, "txtModuleTitle")->text(), texts["title"].toString());
 
     if (const char* out = std::getenv("LUMORA_AUTHORED_DIR")) {

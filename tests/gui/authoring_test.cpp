@@ -16,19 +16,17 @@ namespace {
 
 // --- pages ---------------------------------------------------------------------------------
 
-// The pages tab wired to the list operations (whose rules their own tests pin): the Delete key
-// asks and shows the refusal of a linked page; Up and Down move a page, its links with it, and
-// refuse past the end; Create writes the new page's file at once, so the folder stays a
-// runnable course, and the list follows its title as typed; Remove refills the list.
+// The pages tab wired to the list operations (whose rules and refusals their own tests pin):
+// the Delete key asks and shows the refusal of a linked page; Up and Down move a page, its links
+// with it; Create writes the new page's file at once, so the folder stays a runnable course, and
+// the list follows its title as typed; Remove refills the list.
 TEST_F(AuthoringTest, ThePageListButtonsAndKeysReachTheListOperations) {
     open(kLesson);
     const auto contents = pageContents();
     select("lstPages", 1);
     prompt.answer(Answer::Yes);
     QTest::keyRelease(list("lstPages"), Qt::Key_Delete);
-    ASSERT_EQ(prompt.messages.size(), 2u);
-    EXPECT_EQ(prompt.messages[0].text, "Are you sure you want to delete the selected item?");
-    EXPECT_EQ(prompt.messages[0].title, "Confirm Delete");
+    ASSERT_EQ(prompt.messages.size(), 2u); // the question, then the refusal
     EXPECT_TRUE(containsText(prompt.messages[1].text, "target of a link")) << "linked page";
     EXPECT_EQ(pageContents(), contents);
 
@@ -41,8 +39,6 @@ TEST_F(AuthoringTest, ThePageListButtonsAndKeysReachTheListOperations) {
         << "the link to the moved page follows it";
     click("btnDownPage");
     EXPECT_EQ(pageContents(), contents);
-    click("btnDownPage");
-    EXPECT_EQ(prompt.last()->text, "You cannot move any lower");
 
     session.ModuleChanged = false;
     click("btnAddPage");
@@ -172,7 +168,7 @@ TEST_F(AuthoringTest, MovingAndRemovingAnActivityRenumbersItsPlaceholders) {
 
 // The Evaluation's questions tab. Number to Ask is checked on every change (the rules are
 // NumberToAsk's own tests): four questions, two asked. A new question has no list entry until
-// it has text; typing gives it one. The type, the rationale and the shuffle boxes write into it.
+// it has text; typing gives it one.
 TEST_F(AuthoringTest, NumberToAskAndANewQuestionsFieldsOfAnEvaluation) {
     open(kEvaluation);
     session.module.intNumQuestions = 2;
@@ -218,12 +214,12 @@ TEST_F(AuthoringTest, NumberToAskAndANewQuestionsFieldsOfAnEvaluation) {
     EXPECT_EQ(rows("lstQAndA").back(), "5. Fifth?");
     EXPECT_EQ(list("lstQAndA")->currentRow(), 4);
 
+    // The fields write into the item and show it again when it is selected anew (the type and the
+    // rationale also reach the files in AuthoredModules).
     auto* type = control<QComboBox>(form, "lstQuestionType");
     type->setCurrentIndex(1);
     emit type->activated(1);
-    EXPECT_EQ(session.module.questions[4].questionType, "checkbox");
     QTest::keyClicks(control<QLineEdit>(form, "txtRationale"), "Because.");
-    EXPECT_EQ(session.module.questions[4].rationale, "Because.");
     control<QCheckBox>(form, "chkShuffleOptions")->click();
     EXPECT_EQ(session.module.questions[4].shuffleDistractors, "true");
     const std::string shuffled = session.module.shuffleEvalQuestions;
@@ -232,6 +228,7 @@ TEST_F(AuthoringTest, NumberToAskAndANewQuestionsFieldsOfAnEvaluation) {
     control<QPushButton>(form, "btnSubmit")->click();
     select("lstQAndA", 0);
     select("lstQAndA", 4);
+    EXPECT_EQ(session.module.questions[4].questionType, "checkbox");
     EXPECT_EQ(type->currentIndex(), 1);
     EXPECT_EQ(control<QLineEdit>(form, "txtRationale")->text(), "Because.");
 }

@@ -2,7 +2,7 @@
 // the miniature painted from the scheme, Default, Save writing the stylesheet at once, Cancel
 // and the close box discarding, picking (black not handed to the picker), and the warning of
 // pairs that read poorly.
-#include "EditingFixture.h"
+#include "AuthoringFixture.h"
 
 #include "forms/dialogs/ColorLabel.h"
 #include "forms/dialogs/ColorsForm.h"
@@ -14,13 +14,11 @@
 namespace lumora::testing {
 namespace {
 
-class ColorsTest : public GuiTest {
+class ColorsTest : public AuthoringTest {
   protected:
     void SetUp() override {
-        GuiTest::SetUp();
-        form = openModule("Course1", "Lesson");
-        ASSERT_NE(form, nullptr);
-        form->setDialogs(&dialogs);
+        AuthoringTest::SetUp();
+        open(kLesson);
         stylesheet = moduleFile("Course1", "css/camstyle.css");
     }
 
@@ -41,8 +39,6 @@ class ColorsTest : public GuiTest {
         return colors;
     }
 
-    MainForm* form = nullptr;
-    ScriptedDialogs dialogs;
     std::filesystem::path stylesheet;
 };
 
@@ -106,9 +102,8 @@ TEST_F(ColorsTest, PickingStartsFromTheFieldsColourButNeverFromBlackAndWarnsOfPo
     dialogs.colors.push_back(QColor("#6699CC"));
     click(dialog, "lblTitleColor");
     EXPECT_FALSE(warning->isHidden());
-    EXPECT_EQ(warning->text(), "Some text may be hard to read; WCAG 2.1 AA asks for a contrast of "
-                               "at least 4.5:1:\n"
-                               "     Module Title on the title background: 1.99:1");
+    // (The warning's wording and ratios are the contrast rule's own tests.)
+    EXPECT_TRUE(warning->text().endsWith("Module Title on the title background: 1.99:1"));
     click(dialog, "btnSave");
     EXPECT_TRUE(containsText(readText(stylesheet), ".popupTitle, .moduleTitle {color: #6699CC;}"));
 }
