@@ -142,6 +142,7 @@ struct FormCase {
     const char* module;
     int tab;
     const char* readingOrder;
+    void (MainForm::*opens)() = nullptr; // the command that opens the form over the main form
 };
 
 void PrintTo(const FormCase& c, std::ostream* os) {
@@ -185,27 +186,12 @@ class EveryForm : public GuiTest, public ::testing::WithParamInterface<FormCase>
         MainForm* main = mainForm();
         if (form == "LessonPageSource")
             control<QTabWidget>(main, "tabLessonPage")->setCurrentIndex(1);
-        if (form == "Find")
-            main->mnuFind_Click();
-        if (form == "Font")
-            main->btnFont_Click();
-        if (form == "Preview")
-            main->btnPreview_Click();
-        if (form == "Help")
-            main->mnuHelpContents_Click();
         if (form == "OptionEditor") {
             control<QListWidget>(main, "lstQAndA")->setCurrentRow(0);
             control<QListWidget>(main, "lstOptions")->setCurrentRow(0);
-            main->btnEditOption_Click();
         }
-        if (form == "TermChooser")
-            main->btnInsertTerm_Click();
-        if (form == "QAndAChooser")
-            main->btnInsertQAndA_Click();
-        if (form == "PageLink")
-            main->Command1_Click();
-        if (form == "Colors")
-            main->mnuColors_Click();
+        if (GetParam().opens)
+            (main->*GetParam().opens)();
         if (form == "About")
             return shown(new AboutForm(session, main));
         if (form == "Settings")
@@ -248,8 +234,9 @@ const FormCase kForms[] = {
      "chkShuffleQuestions"},
     {"SurveyQuestions", "Survey", 1,
      "txtModuleTitle lstQAndA btnSubmit dhtmlQuestionEdit lstQuestionType"},
-    {"Find", "Lesson", 0, "txtFind txtReplace chkCase chkWholeWords btnFind btnReplace btnCancel"},
-    {"Font", "Lesson", 0, "lstFonts OKButton CancelButton"},
+    {"Find", "Lesson", 0, "txtFind txtReplace chkCase chkWholeWords btnFind btnReplace btnCancel",
+     &MainForm::mnuFind_Click},
+    {"Font", "Lesson", 0, "lstFonts OKButton CancelButton", &MainForm::btnFont_Click},
     {"About", "Lesson", 0, "cmdOK cmdSysInfo"},
     {"Settings", "Lesson", 0, "txtOnlineHelp"},
     {"ExportPackage", "Evaluation", 0,
@@ -258,17 +245,21 @@ const FormCase kForms[] = {
      "txtContext txtChangeTo lstSuggestions cmdChange cmdChangeAll cmdIgnore cmdIgnoreAll "
      "cmdAdd cmdCancel"},
     {"OptionEditor", "Evaluation", 1,
-     "txtDisplay chkCorrect txtIncorrectRationale btnNext btnClose"},
-    {"TermChooser", "Lesson", 0, "lstTerms btnCreateTerm btnEditTerm btnInsertTerm CancelButton"},
+     "txtDisplay chkCorrect txtIncorrectRationale btnNext btnClose",
+     &MainForm::btnEditOption_Click},
+    {"TermChooser", "Lesson", 0, "lstTerms btnCreateTerm btnEditTerm btnInsertTerm CancelButton",
+     &MainForm::btnInsertTerm_Click},
     {"QAndAChooser", "Lesson", 0,
-     "lstQAndA btnCreateQAndA btnEditQAndA btnInsertQAndA CancelButton"},
-    {"PageLink", "Lesson", 0, "lstPages btnInsertLink CancelButton"},
+     "lstQAndA btnCreateQAndA btnEditQAndA btnInsertQAndA CancelButton",
+     &MainForm::btnInsertQAndA_Click},
+    {"PageLink", "Lesson", 0, "lstPages btnInsertLink CancelButton", &MainForm::Command1_Click},
     {"Colors", "Lesson", 0,
      "lblTitleBackground lblTitleColor lblPageNumberBackground lblPageNumberColor "
      "lblPageNameBackground lblPageNameColor lblContentBackground lblALink lblAVisited "
-     "lblCopyRightColor btnDefaultColors btnSave CancelButton"},
-    {"Preview", "Lesson", 0, "wwwPreview"},
-    {"Help", "Lesson", 0, "wwwBrowser"},
+     "lblCopyRightColor btnDefaultColors btnSave CancelButton",
+     &MainForm::mnuColors_Click},
+    {"Preview", "Lesson", 0, "wwwPreview", &MainForm::btnPreview_Click},
+    {"Help", "Lesson", 0, "wwwBrowser", &MainForm::mnuHelpContents_Click},
 };
 
 TEST_P(EveryForm, TabReachesEveryControlInReadingOrderEachWithAName) {
