@@ -31,11 +31,9 @@ class ScriptedDialogs : public FormDialogs {
   public:
     std::deque<QString> files;
     std::deque<QColor> colors;
-    std::vector<QString> filters;
     std::vector<QColor> initialColors;
 
-    QString openFile(QWidget*, const QString& filter) override {
-        filters.push_back(filter);
+    QString openFile(QWidget*, const QString&) override {
         if (files.empty())
             return {};
         QString f = files.front();

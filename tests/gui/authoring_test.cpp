@@ -1,10 +1,11 @@
 // Authoring on the main form: the pages, glossary and questions tabs wired to the list
-// operations, their refusals shown and nothing changed by them, the lists refilled, and the
-// questions tab's own fields.
+// operations, their refusals shown and nothing changed by them, the lists refilled, the
+// questions tab's own fields, and texts the module scripts cannot carry named at save.
 #include "AuthoringFixture.h"
 
 #include "content/ContentForms.h"
 #include "content/ListOps.h"
+#include "forms/main/OptionForm.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -231,6 +232,36 @@ TEST_F(AuthoringTest, NumberToAskAndANewQuestionsFieldsOfAnEvaluation) {
     EXPECT_EQ(session.module.questions[4].questionType, "checkbox");
     EXPECT_EQ(type->currentIndex(), 1);
     EXPECT_EQ(control<QLineEdit>(form, "txtRationale")->text(), "Because.");
+}
+
+// --- bad input -----------------------------------------------------------------------------
+
+// A backslash before a quote or at the end of a text would stop the course: the save goes on
+// and names those texts. (Quotes, markup, emoji and long texts typed into every field are
+// AuthoredModules' hostile lesson, which the player's tests run.)
+TEST_F(AuthoringTest, TextsTheScriptsCannotCarryAreNamedWhenSaved) {
+    open(kLesson);
+    paste("txtModuleTitle", "C:\\courses\\");
+    paste("txtCopyright", "C:\\courses \"quoted\"");
+    showTab(1);
+    select("lstQAndA", 0);
+    select("lstOptions", 0);
+    click("btnEditOption");
+    paste("txtDisplay", "say \\\"hi\\\"", form->optionForm());
+    menu("mnuSave")->trigger();
+    ASSERT_EQ(prompt.messages.size(), 1u);
+    EXPECT_EQ(prompt.messages[0].title, "Warning");
+    EXPECT_TRUE(containsText(prompt.messages[0].text,
+                             "browser:\r\n     Module Title\r\n     Option 1 of Q&A item 1\r\n"));
+    EXPECT_FALSE(session.ModuleChanged);
+    EXPECT_TRUE(containsText(readText(moduleFile("Course1", "scripts/inc_ModuleInfo.js")),
+                             "var modTitle = \"C:\\courses\\\";"));
+
+    // The files hold the texts as typed: they come back from them unchanged.
+    reopen();
+    EXPECT_EQ(session.module.modTitle, "C:\\courses\\");
+    EXPECT_EQ(session.module.copyright, "C:\\courses \"quoted\"");
+    EXPECT_EQ(session.module.questions[0].options[0].txtDisplay, "say \\\"hi\\\"");
 }
 
 } // namespace

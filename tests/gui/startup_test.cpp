@@ -69,27 +69,11 @@ TEST_F(StartupFlow, RefusingToCreateTheWorkspaceEndsTheProgram) {
 
 using StartChooserTest = GuiTest;
 
-// New Lesson asks for a name (asked again after a refused one: the workspace layer's tests), then
-// the new module opens in the main form.
-TEST_F(StartChooserTest, NewLessonAsksForTheNameAndOpensTheMainForm) {
-    startToChooser();
-    prompt.type("  My Course  ");
-    control<QToolButton>(visibleForm("frmOpenChoose"), "imgNewLesson")->click();
-
-    ASSERT_EQ(prompt.asked.size(), 1u);
-    EXPECT_EQ(prompt.asked[0].title, "New Lesson Folder");
-    EXPECT_TRUE(std::filesystem::exists(workspace / "My_Course" / "lessonframeset.html"));
-    QWidget* main = visibleForm("frmMain");
-    ASSERT_NE(main, nullptr);
-    EXPECT_EQ(main->windowTitle().toStdString(), "Lumora: " + session.module.modTitle);
-    EXPECT_FALSE(session.module.modTitle.empty());
-    EXPECT_FALSE(session.ModuleChanged);
-    EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
-}
-
-// Enter presses the picture button that has the focus, Edit at first: without any content Edit
-// says so and the chooser stays; a cancelled name for a new module keeps the chooser too.
-TEST_F(StartChooserTest, EnterPressesTheFocusedPictureAndRefusalsKeepTheChooser) {
+// The start chooser's paths. Enter presses the picture button that has the focus, Edit at first:
+// without any content Edit says so and the chooser stays; a cancelled name for a new module keeps
+// the chooser too; a name (asked again after a refused one: the workspace layer's tests) opens
+// the new module in the main form.
+TEST_F(StartChooserTest, EnterPressesTheFocusedPictureRefusalsKeepTheChooserANameOpensTheModule) {
     startToChooser();
     QWidget* chooser = visibleForm("frmOpenChoose");
     auto* imgEdit = control<QToolButton>(chooser, "imgEdit");
@@ -107,10 +91,21 @@ TEST_F(StartChooserTest, EnterPressesTheFocusedPictureAndRefusalsKeepTheChooser)
     QTest::keyClick(imgNewSurvey, Qt::Key_Enter);
     ASSERT_EQ(prompt.asked.size(), 1u);
     EXPECT_EQ(prompt.asked[0].title, "New Survey Folder");
-    EXPECT_EQ(prompt.asked[0].prompt, "Please enter a folder name for the new Survey.");
     EXPECT_NE(visibleForm("frmOpenChoose"), nullptr);
     EXPECT_EQ(visibleForm("frmMain"), nullptr);
     EXPECT_TRUE(session.module.moduleType.empty());
+
+    prompt.type("  My Course  ");
+    control<QToolButton>(chooser, "imgNewLesson")->click();
+    ASSERT_EQ(prompt.asked.size(), 2u);
+    EXPECT_EQ(prompt.asked[1].title, "New Lesson Folder");
+    EXPECT_TRUE(std::filesystem::exists(workspace / "My_Course" / "lessonframeset.html"));
+    QWidget* main = visibleForm("frmMain");
+    ASSERT_NE(main, nullptr);
+    EXPECT_FALSE(session.module.modTitle.empty());
+    EXPECT_EQ(main->windowTitle().toStdString(), "Lumora: " + session.module.modTitle);
+    EXPECT_FALSE(session.ModuleChanged);
+    EXPECT_EQ(visibleForm("frmOpenChoose"), nullptr);
 }
 
 class FolderChooserTest : public GuiTest {
