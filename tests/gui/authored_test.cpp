@@ -313,20 +313,13 @@ TEST_F(AuthoredModules, ASurveyOfThreeQuestions) {
     ASSERT_EQ(list("lstQAndA")->count(), 3);
 
     const CourseModule typed = session.module;
-    // Every rating counts as a correct option, so the question check names each question; it
-    // only warns.
+    // Every rating counts as a correct option, so the question check names each question (which
+    // shows each holds its ratings; the scale a new item comes with is ListOps' test); it only
+    // warns.
     save("The following questions have an inappropriate number of correct options.     \r\n"
          "Please revisit the following questions:\r\n     1, 2, 3");
     reopen();
     EXPECT_EQ(authored(session.module), authored(typed));
-    // Each came with the five ratings.
-    for (const QAndAItem& item : session.module.questions) {
-        std::vector<std::string> ratings;
-        for (const QuestionOption& o : item.options)
-            ratings.push_back(o.txtDisplay);
-        EXPECT_EQ(ratings, (std::vector<std::string>{"Excellent", "Good", "Average",
-                                                     "Below Average", "Poor"}));
-    }
     handOver("Survey");
 }
 

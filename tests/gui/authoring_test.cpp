@@ -141,9 +141,8 @@ TEST_F(AuthoringTest, ATermIsCreatedEditedSavedAndRemovedAndAUsedOneRefused) {
     select("lstTerms", 0);
     prompt.answer(Answer::Yes);
     click("btnRemoveTerm");
-    EXPECT_EQ(prompt.last()->text, "The selected term is currently in use.\r\n"
-                                   "Please remove links to this term from the following pages:\r\n"
-                                   "     Welcome");
+    EXPECT_TRUE(containsText(prompt.last()->text, "in use")) << prompt.last()->text;
+    EXPECT_TRUE(containsText(prompt.last()->text, "     Welcome")) << prompt.last()->text;
     EXPECT_EQ(session.module.glossary.size(), 2u);
     EXPECT_EQ(rows("lstTerms"), (std::vector<QString>{"Lesson", "Activity"}));
 }

@@ -133,8 +133,7 @@ TEST_F(ChooserTest, QAndAPlaceholdersAndTheDeleteKey) {
     list->setCurrentRow(0);
     prompt.answer(Answer::No);
     QTest::keyClick(list, Qt::Key_Delete);
-    EXPECT_EQ(prompt.last()->text, "Are you sure you want to delete the selected item?");
-    EXPECT_EQ(prompt.last()->title, "Confirm Delete");
+    EXPECT_EQ(prompt.last()->title, "Confirm Delete"); // its wording is ListOps' own test
     EXPECT_EQ(session.module.questions.size(), 2u);
     EXPECT_EQ(list->currentRow(), 0) << "the author's row stays selected";
 
