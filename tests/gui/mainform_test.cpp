@@ -128,20 +128,6 @@ TEST_F(MainFormTest, CheckSaveAnsweredNoKeepsTheFilesAndYesSavesThem) {
     EXPECT_EQ(session.module.folderName, "Course1");
 }
 
-// Save As always saves for SCORM, into the copy (the copy and its rewritten paths are the
-// workspace layer's tests).
-TEST_F(MainFormTest, SaveAsSavesForScormIntoTheCopy) {
-    MainForm* form = openLesson();
-    typeTitle(form, "Copied");
-    menu("mnuSaveNonSCORM")->trigger();
-    prompt.type("Copy1");
-    menu("mnuSaveAs")->trigger();
-    EXPECT_EQ(session.module.ModuleFolder, (workspace / "Copy1").string());
-    EXPECT_TRUE(containsText(moduleInfo("Copy1"), "var useSCORM = true;"));
-    EXPECT_TRUE(containsText(moduleInfo("Course1"), "var useSCORM = false;"));
-    EXPECT_FALSE(session.ModuleChanged);
-}
-
 TEST_F(MainFormTest, AFailedSaveSaysSoAndKeepsTheEdits) {
     MainForm* form = openLesson();
     // The scripts folder replaced by a file: no script can be written, even by a superuser.
@@ -221,9 +207,10 @@ TEST_F(MainFormTest, PreviewOfUnsavedChangesAnsweredNoShowsNothingAndYesShowsThe
     EXPECT_EQ(prompt.messages.size(), 2u);
 }
 
-// The two saves write the SCORM switch; the status bar says which save was last and marks
-// unsaved edits; the caption stays.
-TEST_F(MainFormTest, TheStatusBarShowsSavesAndUnsavedChanges) {
+// The two saves write the SCORM switch, and Save As always saves for SCORM, into the copy (the
+// copy and its rewritten paths are the workspace layer's tests); the status bar says which save
+// was last and marks unsaved edits; the caption stays.
+TEST_F(MainFormTest, TheSavesWriteTheScormSwitchAndTheStatusBarShowsThem) {
     MainForm* form = openLesson();
     auto* saved = control<QLabel>(form, "lblSaveState");
     auto* unsaved = control<QLabel>(form, "lblUnsavedChanges");
@@ -250,6 +237,14 @@ TEST_F(MainFormTest, TheStatusBarShowsSavesAndUnsavedChanges) {
     session.markChanged();
     EXPECT_TRUE(QTest::qWaitFor([&] { return unsaved->text() == "Unsaved changes"; }, kWaitMs));
     EXPECT_EQ(form->windowTitle(), "Lumora: Sample Lesson");
+
+    prompt.type("Copy1");
+    menu("mnuSaveAs")->trigger();
+    EXPECT_EQ(session.module.ModuleFolder, (workspace / "Copy1").string());
+    EXPECT_TRUE(containsText(moduleInfo("Copy1"), "var useSCORM = true;"));
+    EXPECT_TRUE(containsText(moduleInfo("Course1"), "var useSCORM = false;"));
+    EXPECT_FALSE(session.ModuleChanged);
+    EXPECT_TRUE(saved->text().startsWith("Saved for SCORM/AICC at "));
 }
 
 // Help Contents shows the help that comes with the program. Until an online address is set the
