@@ -15,7 +15,7 @@ const SESSION = CMI5 + "context/extensions/sessionid";
 const MASTERY = CMI5 + "context/extensions/masteryscore";
 const VERB = (v) => "http://adlnet.gov/expapi/verbs/" + v;
 const DEFINED = ["initialized", "completed", "passed", "failed", "terminated"].map(VERB);
-export const PUBLISHER_ID = "urn:lumora:LUM-0123456789ABCDEF:au";
+const PUBLISHER_ID = "urn:lumora:LUM-0123456789ABCDEF:au";
 
 const CORS = {
   "Access-Control-Allow-Origin": "*",

@@ -143,7 +143,7 @@ export const getParamData = ({ location = "", status = "not attempted, ab-initio
 
 // Checks every value the content set against the SCORM 1.2 data model's strict limits, which
 // scorm-again itself is lenient about.
-export function strictViolations(sets) {
+function strictViolations(sets) {
   const bad = [];
   const vocab = {
     "cmi.core.lesson_status": /^(passed|completed|failed|incomplete|browsed)$/,

@@ -40,7 +40,7 @@ function LumCmi5(p) {
   this.returnURL = "";
   this.tail = Promise.resolve();
   this.gone = false;       // the session ended: the queue sends nothing more
-  this.onWay = null;       // when the request not yet answered was handed to the browser
+  this.onWay = null;
   this.outbox = [];        // statements made, not yet handed to the LRS
   this.retry = [];         // statements refused once: they go again with the next
   this.sendWaiting = false;
@@ -71,17 +71,9 @@ LumCmi5.prototype.request = function (method, path, query, body, atExit) {
     init.signal = ctrl.signal;
     setTimeout(function () { ctrl.abort(); }, 5000);
   }
-  var self = this, onWay = (this.onWay = lumNow());
-  var answered = function () {
-    if (self.onWay === onWay) self.onWay = null;
-  };
-  return fetch(url, init).then(function (r) {
-    answered();
+  return lumOnWay(this, fetch(url, init)).then(function (r) {
     if (!r.ok && r.status !== 404) throw r;
     return r;
-  }, function (e) {
-    answered();
-    throw e;
   });
 };
 
@@ -277,7 +269,7 @@ LumCmi5.prototype.finish = function (s, unloading) {
   }
   this.gone = true;
   if (state) this.putState(s, true);
-  lumHoldUntil(this.onWay === null ? null : this.onWay + LUM_EXIT_GAP);
+  lumLetGoFirst(this);
   this.send(this.outbox.splice(0).concat(last), true);
 };
 

@@ -230,18 +230,34 @@ LumSession.prototype.finish = function (unloading) {
 /* Requests handed to the browser within a few milliseconds of each other may reach the LMS in
    either order. While the page lives, a connection orders its requests by waiting for answers;
    as the page goes it cannot, so its last request (ExitAU, terminated) leaves only once the one
-   before it, still unanswered, has had this long to go first. */
+   before it, still unanswered, has had this long to go first. A connection keeps in `onWay`
+   when its unanswered request was handed over (null: none). */
 var LUM_EXIT_GAP = 50; // ms
 
 function lumNow() {
   return window.performance && performance.now ? performance.now() : Date.now();
 }
 
-// Holds the page on the spot until `t` (lumNow() time, at most LUM_EXIT_GAP away): it is going,
-// and a timer would never fire.
-function lumHoldUntil(t) {
-  if (t === null) return;
-  while (lumNow() < t) {}
+// Marks `conn`'s request as on its way until `sent` settles; gives `sent` back.
+function lumOnWay(conn, sent) {
+  var at = (conn.onWay = lumNow());
+  var answered = function () {
+    if (conn.onWay === at) conn.onWay = null;
+  };
+  return sent.then(function (v) {
+    answered();
+    return v;
+  }, function (e) {
+    answered();
+    throw e;
+  });
+}
+
+// Holds the page on the spot (it is going, and a timer would never fire) until the request on its
+// way has had LUM_EXIT_GAP ms to go first.
+function lumLetGoFirst(conn) {
+  if (conn.onWay === null) return;
+  while (lumNow() < conn.onWay + LUM_EXIT_GAP) {}
 }
 
 // Where the LMS wants the learner sent when the module is left; "" when it does not say.
@@ -406,7 +422,7 @@ function LumAicc(sid, url) {
   this.tail = Promise.resolve();
   this.putWaiting = false; // a PutParam is queued: it takes the latest values when it goes
   this.gone = false;       // the page went: the queue sends nothing more
-  this.onWay = null;       // when the request not yet answered was handed to the browser
+  this.onWay = null;
   this.opaque = false;     // the LMS's answers cannot be read (no CORS): send, do not read
 }
 
@@ -417,10 +433,12 @@ LumAicc.prototype.post = function (command, data, timeout, atExit) {
   var self = this, type = "application/x-www-form-urlencoded";
   var body = "command=" + command + "&version=4.0&session_id=" + encodeURIComponent(this.sid) +
     "&aicc_data=" + encodeURIComponent(data);
-  var onWay = (this.onWay = lumNow());
   if (atExit && navigator.sendBeacon) {
     try {
-      if (navigator.sendBeacon(this.url, new Blob([body], { type: type }))) return Promise.resolve("");
+      if (navigator.sendBeacon(this.url, new Blob([body], { type: type }))) {
+        this.onWay = lumNow(); // never answered: on its way until the page is gone
+        return Promise.resolve("");
+      }
     } catch (e) {}
   }
   if (typeof fetch !== "function") return Promise.resolve("");
@@ -435,10 +453,7 @@ LumAicc.prototype.post = function (command, data, timeout, atExit) {
     return "";
   });
   if (timeout) sent = Promise.race([sent, new Promise(function (done) { setTimeout(done, timeout, ""); })]);
-  return sent.then(function (text) {
-    if (self.onWay === onWay) self.onWay = null;
-    return text;
-  });
+  return lumOnWay(this, sent);
 };
 
 // Queues a request; `data` is called when it goes, so it sends the values of that moment.
@@ -501,7 +516,7 @@ LumAicc.prototype.finish = function (s, unloading) {
   // stopped so that nothing follows ExitAU, which leaves a moment after the PutParam before it.
   this.gone = true;
   if (s.dirty || this.putWaiting) this.post("PutParam", this.takeCoreData(s), 0, true);
-  lumHoldUntil(this.onWay === null ? null : this.onWay + LUM_EXIT_GAP);
+  lumLetGoFirst(this);
   this.post("ExitAU", "", 0, true);
 };
 
